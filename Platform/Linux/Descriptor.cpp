@@ -1,0 +1,83 @@
+#include "Platform/Linux/Descriptor.h"
+
+#include <algorithm>
+#include <array>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace Platform {
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(m_number, other.m_number);
+    return *this;
+}
+
+int Descriptor::Release() {
+    return std::exchange(m_number, -1);
+}
+
+void Descriptor::Close() {
+    if (!IsOpen())
+        return;
+    const int reason = errno;
+    ::close(Release());
+    errno = reason;
+}
+
+int AwayFromStandardStreams(int number) {
+    if (number < 0 || number > STDERR_FILENO)
+        return number;
+    const Descriptor standard(number);
+    return ::fcntl(number, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+}
+
+Descriptor OpenDescriptor(const std::string& path, int flags, mode_t mode) {
+    if (path.find('\0') != std::string::npos) {
+        errno = ENOENT;
+        return Descriptor();
+    }
+    const int number = Retried([&] { return ::open(path.c_str(), flags | O_CLOEXEC, mode); });
+    return Descriptor(AwayFromStandardStreams(number));
+}
+
+Descriptor OpenRegularFile(const std::string& path, int flags, mode_t mode) {
+    Descriptor file = OpenDescriptor(path, flags | O_NONBLOCK | O_NOCTTY, mode);
+    struct stat status = {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0)
+        return Descriptor();
+    if (S_ISREG(status.st_mode))
+        return file;
+    errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+    return Descriptor();
+}
+
+bool ReadToEnd(int descriptor, std::uint64_t maximumBytes, std::string& bytes) {
+    std::array<char, 65536> buffer;
+    bytes.clear();
+    for (;;) {
+        const ssize_t count =
+            Retried([&] { return ::read(descriptor, buffer.data(), buffer.size()); });
+        if (count <= 0)
+            return count == 0;
+        if (static_cast<std::uint64_t>(count) > maximumBytes - bytes.size()) {
+            errno = EFBIG;
+            return false;
+        }
+        bytes.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+}
+
+bool WriteFully(int descriptor, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count =
+            Retried([&] { return ::write(descriptor, bytes.data(), bytes.size()); });
+        if (count <= 0)
+            return false;
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+} // namespace Platform

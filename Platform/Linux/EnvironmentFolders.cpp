@@ -1,0 +1,95 @@
+#include "Platform/Linux/EnvironmentFolders.h"
+
+#include "Platform/Files.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <pwd.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace Platform {
+
+namespace {
+
+constexpr char kSystemConfigFolder[] = "/etc/xdg";
+
+/// An absolute path without trailing delimiters; empty when `path` is not absolute.
+std::string AbsoluteOrNothing(std::string path) {
+    if (!path.starts_with('/'))
+        return std::string();
+    while (path.size() > 1 && path.ends_with('/'))
+        path.pop_back();
+    return path;
+}
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string HomeFromPasswordDatabase() {
+    constexpr std::size_t kLargestRecord = 1 << 20;
+    struct passwd record = {};
+    struct passwd* found = nullptr;
+    for (std::string buffer(1024, '\0'); buffer.size() <= kLargestRecord;
+         buffer.resize(buffer.size() * 2))
+        if (::getpwuid_r(::getuid(), &record, buffer.data(), buffer.size(), &found) != ERANGE)
+            return found && found->pw_dir ? found->pw_dir : "";
+    return std::string();
+}
+
+std::string HomeFolder() {
+    const std::string home = AbsoluteOrNothing(Variable("HOME"));
+    return home.empty() ? AbsoluteOrNothing(HomeFromPasswordDatabase()) : home;
+}
+
+std::string UserFolder(const char* variable, const char* belowHome) {
+    const std::string named = AbsoluteOrNothing(Variable(variable));
+    if (!named.empty())
+        return named;
+    const std::string home = HomeFolder();
+    return home.empty() ? home : (std::filesystem::path(home) / belowHome).string();
+}
+
+} // namespace
+
+std::string ConfigHome() {
+    return UserFolder("XDG_CONFIG_HOME", ".config");
+}
+
+std::string DataHome() {
+    return UserFolder("XDG_DATA_HOME", ".local/share");
+}
+
+std::string StateHome() {
+    return UserFolder("XDG_STATE_HOME", ".local/state");
+}
+
+std::vector<std::string> SharedConfigFolders() {
+    std::vector<std::string> folders;
+    std::istringstream list(Variable("XDG_CONFIG_DIRS"));
+    for (std::string entry; std::getline(list, entry, ':');)
+        if (const std::string folder = AbsoluteOrNothing(entry); !folder.empty())
+            folders.push_back(folder);
+    if (std::find(folders.begin(), folders.end(), kSystemConfigFolder) == folders.end())
+        folders.emplace_back(kSystemConfigFolder);
+    return folders;
+}
+
+bool CreateFolderWithParents(const std::string& path) {
+    std::vector<std::filesystem::path> missing;
+    std::error_code failure;
+    std::filesystem::path folder = path;
+    for (; !std::filesystem::exists(folder, failure) && folder.has_relative_path();
+         folder = folder.parent_path())
+        missing.push_back(folder);
+    for (auto next = missing.rbegin(); next != missing.rend(); ++next)
+        if (!CreateFolder(next->string(), next->parent_path().string()))
+            return false;
+    return std::filesystem::is_directory(path, failure);
+}
+
+} // namespace Platform

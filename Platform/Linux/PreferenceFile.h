@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Platform/Linux/Descriptor.h"
+#include "Platform/PropertyList.h"
+
+#include <memory>
+#include <string>
+
+namespace Platform {
+
+/// What a preference file says at one moment.
+struct PreferenceState {
+    enum class Condition { Missing, Readable, Unparsable, Unreadable };
+
+    Condition condition = Condition::Missing;
+    /// Never null; empty unless readable. The same object for as long as the file is unchanged.
+    CFPropertyListRef values;
+};
+
+/// Reads a preference file; one that has not changed since costs no more than a look at its status.
+PreferenceState ReadPreferenceFile(const std::string& path);
+
+/// Replaces a preference file; one that could not be parsed is kept beside it. The caller holds
+/// its lock. False, with the old file in place, on any failure.
+bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld);
+
+/// The right to write a preference file, which one writer of all processes has at a time.
+class PreferenceLock {
+public:
+    /// Waits for up to two seconds.
+    explicit PreferenceLock(const std::string& preferenceFile);
+    ~PreferenceLock();
+    PreferenceLock(const PreferenceLock&) = delete;
+    PreferenceLock& operator=(const PreferenceLock&) = delete;
+
+    bool IsHeld() const { return m_held; }
+
+private:
+    Descriptor m_file;
+    bool m_held = false;
+};
+
+} // namespace Platform

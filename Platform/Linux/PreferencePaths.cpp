@@ -1,0 +1,82 @@
+#include "Platform/Linux/PreferencePaths.h"
+
+#include "Platform/Files.h"
+#include "Platform/Linux/EnvironmentFolders.h"
+#include "Platform/Preferences.h"
+
+#include <array>
+#include <string_view>
+#include <unistd.h>
+
+namespace {
+
+// Scopes are told apart by address alone, so they serve before load-time initialisers have run.
+const Platform::String gCurrentUser{};
+const Platform::String gAnyUser{};
+const Platform::String gCurrentHost{};
+const Platform::String gAnyHost{};
+
+} // namespace
+
+constinit const CFStringRef kCFPreferencesCurrentUser = &gCurrentUser;
+constinit const CFStringRef kCFPreferencesAnyUser = &gAnyUser;
+constinit const CFStringRef kCFPreferencesCurrentHost = &gCurrentHost;
+constinit const CFStringRef kCFPreferencesAnyHost = &gAnyHost;
+
+namespace Platform {
+
+namespace {
+
+constexpr char kFolder[] = "/preferences/";
+constexpr char kExtension[] = ".plist";
+
+std::string HostName() {
+    std::array<char, 256> name = {};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
+
+bool CanNameFile(const std::string& domain) {
+    return !domain.empty() && domain.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+}
+
+std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRef host) {
+    const std::string folder = ConfigHome();
+    if (folder.empty())
+        return std::nullopt;
+    std::string path = folder + kFolder;
+    path += host == kCFPreferencesCurrentHost
+                ? "ByHost/" + domain + "." + MachineName("/etc/machine-id")
+                : domain;
+    path += kExtension;
+    return PreferencePaths{{path}, path};
+}
+
+PreferencePaths PathsOfEverybody(const std::string& domain) {
+    PreferencePaths paths;
+    for (const std::string& folder : SharedConfigFolders())
+        paths.search.push_back(folder + kFolder + domain + kExtension);
+    paths.target = paths.search.front();
+    return paths;
+}
+
+} // namespace
+
+std::optional<PreferencePaths> FindPreferences(CFStringRef domain, CFStringRef user,
+                                               CFStringRef host) {
+    const bool knownHost = host == kCFPreferencesCurrentHost || host == kCFPreferencesAnyHost;
+    if (!domain || !CanNameFile(domain->utf8) || !knownHost)
+        return std::nullopt;
+    if (user == kCFPreferencesCurrentUser)
+        return PathsOfUser(domain->utf8, host);
+    if (user == kCFPreferencesAnyUser)
+        return PathsOfEverybody(domain->utf8);
+    return std::nullopt;
+}
+
+std::string MachineName(const std::string& machineIdFile) {
+    std::string id = ReadFile(machineIdFile, 4096).value_or("");
+    id.resize(std::min(id.size(), id.find_first_of(std::string_view(" \t\r\n/\0", 6))));
+    return id.empty() || id == "uninitialized" ? HostName() : id;
+}
+
+} // namespace Platform

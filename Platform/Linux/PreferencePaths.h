@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Platform/PlatformString.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Platform {
+
+/// Files of one domain and scope.
+struct PreferencePaths {
+    std::vector<std::string> search; ///< the first that is there has the values
+    std::string target;              ///< written to
+};
+
+/// Nothing for a null argument, an unknown scope, a domain that cannot name a file, or when the
+/// user has no home folder.
+std::optional<PreferencePaths> FindPreferences(CFStringRef domain, CFStringRef user,
+                                               CFStringRef host);
+
+/// The machine id in that file, or the host name where there is none.
+std::string MachineName(const std::string& machineIdFile);
+
+} // namespace Platform

@@ -1,0 +1,86 @@
+#include "Platform/Preferences.h"
+
+#include "Platform/Linux/EnvironmentFolders.h"
+#include "Platform/Linux/PreferenceFile.h"
+#include "Platform/Linux/PreferencePaths.h"
+
+#include <filesystem>
+
+namespace Platform {
+
+namespace {
+
+using Condition = PreferenceState::Condition;
+
+PreferenceState ReadFirst(const PreferencePaths& paths) {
+    PreferenceState state;
+    for (const std::string& path : paths.search) {
+        state = ReadPreferenceFile(path);
+        if (state.condition != Condition::Missing)
+            break;
+    }
+    return state;
+}
+
+bool Holds(const PreferenceState& state, const std::string& key, const PropertyList* value) {
+    const PropertyList* found = state.values->Find(key);
+    return value && found ? *found == *value : !value && !found;
+}
+
+PropertyList Changed(const PropertyList& values, const std::string& key,
+                     const PropertyList* value) {
+    PropertyList changed = values;
+    if (value)
+        changed.AsDictionary()->insert_or_assign(key, *value);
+    else
+        changed.AsDictionary()->erase(key);
+    return changed;
+}
+
+/// The caller holds the lock, so what is read here is what the change is made to. A file that
+/// everybody shares may be found elsewhere than it is written: its other values come along.
+bool Change(const PreferencePaths& paths, const std::string& key, const PropertyList* value) {
+    const PreferenceState state = ReadFirst(paths);
+    if (state.condition == Condition::Unreadable)
+        return false;
+    if (Holds(state, key, value))
+        return true;
+    const bool keepOld = ReadPreferenceFile(paths.target).condition == Condition::Unparsable;
+    return WritePreferenceFile(paths.target, Changed(*state.values, key, value), keepOld);
+}
+
+} // namespace
+
+std::optional<PropertyList> CopyPreferenceValue(CFStringRef key, CFStringRef domain,
+                                                CFStringRef user, CFStringRef host) {
+    const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
+    if (!key || !paths)
+        return std::nullopt;
+    const PreferenceState state = ReadFirst(*paths);
+    const PropertyList* value = state.values->Find(key->utf8);
+    return value ? std::optional<PropertyList>(*value) : std::nullopt;
+}
+
+bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef domain,
+                        CFStringRef user, CFStringRef host) {
+    const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
+    if (!key || !paths)
+        return false;
+    const PreferenceState state = ReadFirst(*paths);
+    if (state.condition == Condition::Unreadable)
+        return false;
+    if (Holds(state, key->utf8, value))
+        return true;
+    const std::filesystem::path folder = std::filesystem::path(paths->target).parent_path();
+    if (!CreateFolderWithParents(folder.string()))
+        return false;
+    const PreferenceLock lock(paths->target);
+    return lock.IsHeld() && Change(*paths, key->utf8, value);
+}
+
+bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host) {
+    const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
+    return paths && ReadFirst(*paths).condition != Condition::Unreadable;
+}
+
+} // namespace Platform

@@ -1,0 +1,38 @@
+#include "Platform/Process.h"
+
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+namespace Platform {
+
+namespace {
+
+constexpr std::string_view kDeletedMark = " (deleted)";
+
+/// The text of a symbolic link, however long; empty on failure.
+std::string ReadLink(const char* path) {
+    for (std::vector<char> buffer(256);; buffer.resize(buffer.size() * 2)) {
+        const ssize_t length = ::readlink(path, buffer.data(), buffer.size());
+        if (length < 0)
+            return std::string();
+        if (static_cast<std::size_t>(length) < buffer.size())
+            return std::string(buffer.data(), static_cast<std::size_t>(length));
+    }
+}
+
+} // namespace
+
+int CurrentProcessId() {
+    return ::getpid();
+}
+
+std::string CurrentProgramPath() {
+    std::string path = ReadLink("/proc/self/exe");
+    // A file may bear the kernel's mark as its real name; then it is there.
+    if (path.ends_with(kDeletedMark) && ::access(path.c_str(), F_OK) != 0)
+        path.resize(path.size() - kDeletedMark.size());
+    return path;
+}
+
+} // namespace Platform

@@ -1,0 +1,22 @@
+# Every target of the project links this one for its language level and warnings.
+add_library(VistraCompiler INTERFACE)
+target_compile_features(VistraCompiler INTERFACE cxx_std_20 c_std_11)
+target_compile_options(VistraCompiler INTERFACE
+  -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+  $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wthread-safety>
+  $<$<BOOL:${VISTRA_WARNINGS_AS_ERRORS}>:-Werror>)
+target_include_directories(VistraCompiler INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(VISTRA_SANITIZE)
+  add_compile_options(-fsanitize=${VISTRA_SANITIZE} -fno-omit-frame-pointer
+    -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${VISTRA_SANITIZE})
+endif()
+
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_C_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_C_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)

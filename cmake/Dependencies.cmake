@@ -1,0 +1,8 @@
+# docs/architecture.md says of each what it does here and why it is not our own code.
+find_package(PkgConfig REQUIRED)
+find_package(Boost 1.74 REQUIRED)
+find_package(OpenSSL 3 REQUIRED COMPONENTS Crypto)
+find_package(utf8cpp 3.2 REQUIRED)
+find_package(Threads REQUIRED)
+pkg_check_modules(LIBPLIST REQUIRED IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(LIBUUID REQUIRED IMPORTED_TARGET uuid)
