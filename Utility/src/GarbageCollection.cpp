@@ -1,0 +1,3 @@
+#include "Utility/src/GarbageCollection.h"
+
+GarbageCollection* GarbageCollection::pGC = nullptr;

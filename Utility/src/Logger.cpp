@@ -1,0 +1,131 @@
+#include "Utility/src/Logger.h"
+
+#include "Utility/src/Converters.h"
+#include "Utility/src/LoggerFile.h"
+#include "Utility/src/LoggerUtil.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
+#include "Utility/src/Mac/UserFolderUtils.h"
+
+#include <exception>
+#include <iostream>
+#include <new>
+
+namespace {
+
+constexpr char kFatal[] = "FATAL";
+constexpr char kError[] = "ERROR";
+constexpr char kWarning[] = "WARNING";
+constexpr char kDebug[] = "DEBUG";
+constexpr char kInfo[] = "INFO";
+
+constexpr char kLogFilePrefix[] = "/Logs/Norvale/Vistra/VSLog-";
+constexpr char kLogFileExtension[] = ".txt";
+
+Logger* CreateLogger(const std::string& configPath, const std::string& name) {
+    std::string fileName;
+    if (LoggerUtil::DoesPathExist(configPath))
+        fileName = Logger::LoggerFile::GetLogFileName(name);
+    if (fileName.empty())
+        return GarbageCollection::CreateGlobalObj<NULLLogger>();
+    std::ostream& file =
+        Logger::LoggerFile::GetFile(fileName, LoggerUtil::GetAppendTag(configPath));
+    return GarbageCollection::CreateGlobalObj<Logger>(file);
+}
+
+} // namespace
+
+void Logger::LogFatal(const std::string& message, const std::string& detail) {
+    Log(kFatal, message, detail);
+}
+
+void Logger::LogError(const std::string& message, const std::string& detail) {
+    Log(kError, message, detail);
+}
+
+void Logger::LogWarning(const std::string& message, const std::string& detail) {
+    Log(kWarning, message, detail);
+}
+
+void Logger::LogDebug(const std::string& message, const std::string& detail) {
+    Log(kDebug, message, detail);
+}
+
+void Logger::LogInfo(const std::string& message, const std::string& detail) {
+    Log(kInfo, message, detail);
+}
+
+void Logger::LogFatal(const std::string& message, const std::string& file, long line) {
+    Log(kFatal, message, GetCodeInfo(file, line));
+}
+
+void Logger::LogError(const std::string& message, const std::string& file, long line) {
+    Log(kError, message, GetCodeInfo(file, line));
+}
+
+void Logger::LogWarning(const std::string& message, const std::string& file, long line) {
+    Log(kWarning, message, GetCodeInfo(file, line));
+}
+
+void Logger::LogDebug(const std::string& message, const std::string& file, long line) {
+    Log(kDebug, message, GetCodeInfo(file, line));
+}
+
+void Logger::LogInfo(const std::string& message, const std::string& file, long line) {
+    Log(kInfo, message, GetCodeInfo(file, line));
+}
+
+void Logger::Log(const std::string& level, const std::string& value, const std::string& detail) {
+    if (!m_stream.good())
+        return;
+    std::string line = "[" + level + "] | PID:";
+    line += Converters::NumberToString(LoggerUtil::GetProcessID());
+    line += " | TIME:" + LoggerUtil::CalcTime();
+    line += " | VALUE:" + value;
+    line += " | DETAIL:" + detail + "\n";
+    m_stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    m_stream.flush();
+}
+
+std::string Logger::GetCodeInfo(const std::string& file, long line) {
+    return "File:" + file + " LINE:" + std::to_string(line);
+}
+
+Logger* Logger::GetLogger(const std::string& name) noexcept {
+    static std::string* configPath = nullptr;
+    static Logger* logger = nullptr;
+    // A module's load-time initialiser has nobody to report to.
+    try {
+        if (!configPath)
+            configPath = GarbageCollection::CreateGlobalStr(LoggerUtil::GetConfigFilePath());
+        if (!logger)
+            logger = CreateLogger(*configPath, name);
+    } catch (const std::exception&) {
+        logger = NULLLogger::Static();
+    }
+    return logger;
+}
+
+NULLLogger::NULLLogger() : Logger(std::cout) {}
+
+NULLLogger* NULLLogger::Static() noexcept {
+    alignas(NULLLogger) static unsigned char storage[sizeof(NULLLogger)];
+    static NULLLogger* const logger = new (storage) NULLLogger();
+    return logger;
+}
+
+std::string Logger::LoggerFile::GetLogFileName(const std::string& name) {
+    std::string library;
+    if (!UserFolderUtils::GetUserLibraryDir(library))
+        return std::string();
+    const std::string path = library + kLogFilePrefix + name + kLogFileExtension;
+    return FileSystemUtils::CreateLocalDirectory(FileSystemUtils::GetParentPath(path))
+               ? path
+               : std::string();
+}
+
+std::ostream& Logger::LoggerFile::GetFile(const std::string& fileName, bool append) {
+    static LoggerFile* file = nullptr;
+    if (!file)
+        file = GarbageCollection::CreateGlobalObj<LoggerFile>(fileName, append);
+    return file->m_stream;
+}

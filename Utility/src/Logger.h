@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Utility/src/GarbageCollection.h"
+
+#include <ostream>
+#include <string>
+
+/// Name under which every module asks for the logger.
+inline constexpr char kLoggerName[] = "LogSession";
+
+/// The library's own troubleshooting log. One object serves the process: over a file when the
+/// host's bundle asks for it, otherwise a NULLLogger. Logging reports no failure.
+class Logger : public GlobalItem {
+public:
+    class LoggerFile;
+
+    explicit Logger(std::ostream& stream) : m_stream(stream) {}
+
+    virtual void LogFatal(const std::string& message, const std::string& detail);
+    virtual void LogError(const std::string& message, const std::string& detail);
+    virtual void LogWarning(const std::string& message, const std::string& detail);
+    virtual void LogDebug(const std::string& message, const std::string& detail);
+    virtual void LogInfo(const std::string& message, const std::string& detail);
+
+    virtual void LogFatal(const std::string& message, const std::string& file, long line);
+    virtual void LogError(const std::string& message, const std::string& file, long line);
+    virtual void LogWarning(const std::string& message, const std::string& file, long line);
+    virtual void LogDebug(const std::string& message, const std::string& file, long line);
+    virtual void LogInfo(const std::string& message, const std::string& file, long line);
+
+    /// Writes one line and flushes it; nothing while the stream is in a failed state.
+    virtual void Log(const std::string& level, const std::string& value, const std::string& detail);
+
+    /// Whether a line would be written; lets callers spare composing one.
+    virtual bool IsEnabled() const { return true; }
+
+    /// The process's logger, whatever the name; created by the first call. Never null, never
+    /// throws.
+    static Logger* GetLogger(const std::string& name) noexcept;
+
+    static std::string GetCodeInfo(const std::string& file, long line);
+
+private:
+    std::ostream& m_stream;
+};
+
+/// A logger that does nothing.
+class NULLLogger : public Logger {
+public:
+    NULLLogger();
+
+    void LogFatal(const std::string&, const std::string&) override {}
+    void LogError(const std::string&, const std::string&) override {}
+    void LogWarning(const std::string&, const std::string&) override {}
+    void LogDebug(const std::string&, const std::string&) override {}
+    void LogInfo(const std::string&, const std::string&) override {}
+    void LogFatal(const std::string&, const std::string&, long) override {}
+    void LogError(const std::string&, const std::string&, long) override {}
+    void LogWarning(const std::string&, const std::string&, long) override {}
+    void LogDebug(const std::string&, const std::string&, long) override {}
+    void LogInfo(const std::string&, const std::string&, long) override {}
+    bool IsEnabled() const override { return false; }
+
+    /// A statically allocated one that outlives every caller.
+    static NULLLogger* Static() noexcept;
+};

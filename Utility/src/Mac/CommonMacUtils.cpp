@@ -1,0 +1,24 @@
+#include "Utility/src/Mac/CommonMacUtils.h"
+
+CommonMacUtils::MACTYPE CommonMacUtils::GetType(const Platform::PropertyList* object) {
+    using Kind = Platform::PropertyList::Kind;
+    if (!object)
+        return kOther;
+    switch (object->GetKind()) {
+    case Kind::Dictionary:
+        return kDictionary;
+    case Kind::String:
+        return kString;
+    case Kind::Number:
+        return kNumber;
+    case Kind::Array:
+        return kArray;
+    case Kind::Other:
+        break;
+    }
+    return kOther;
+}
+
+bool CommonMacUtils::CheckTypeMatch(const Platform::PropertyList* object, int kind) {
+    return object && kind < kOther && GetType(object) == kind;
+}

@@ -1,0 +1,190 @@
+#include "Utility/src/Mac/LogTransUtilsMac.h"
+
+#include "Utility/src/Logger.h"
+#include "Utility/src/Mac/CFBundleUtil.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
+#include "Utility/src/Mac/UserFolderUtils.h"
+#include "Utility/src/TransConfigUtils.h"
+
+#include <new>
+
+const char* const kTransportBundlePath = "/Contents/MacOS/LogTransport2.app";
+const char* const kTransportExecutableSubPath = "/Contents/MacOS/LogTransport2";
+
+std::string* LogTransUtils::gwsLogTransportPath = new (std::nothrow) std::string();
+
+namespace {
+
+Logger* const logger = Logger::GetLogger(kLoggerName);
+
+constexpr char kSourceUnit[] = "Utility/src/Mac/LogTransUtilsMac";
+constexpr char kAgentBundleIdentifier[] = "com.norvale.vistra.LogTransport2App";
+constexpr char kAgentBundleName[] = "LogTransport2.app";
+constexpr char kAgentBundleBesideHost[] = "MacOS/LogTransport2.app";
+constexpr char kResourcesFolder[] = "/Contents/Resources/";
+constexpr char kConfigFolder[] = "/Norvale/LogTransport2/";
+constexpr char kConfigFile[] = "LogTransport2.cfg";
+constexpr char kPolicyFolder[] = "/Norvale/Fathom/Fathom1.0";
+constexpr char kPolicyFile[] = "/fathom_policy.xml";
+constexpr char kLogFolder[] = "/Logs/Norvale/LogTransport2";
+constexpr char kLockFile[] = "/.LogTransportAppLock";
+
+/// Whether the user's configuration is older than what came with the agent.
+bool IsOutdated(const std::string& userFile, const std::string& defaultFile) {
+    return FileSystemUtils::IsFileNewer(FileSystemUtils::GetParentPath(defaultFile), userFile) ||
+           FileSystemUtils::IsFileNewer(defaultFile, userFile);
+}
+
+void BringUpToDate(const std::string& userFile, const std::string& defaultFile) {
+    const bool defaultExists = FileSystemUtils::DoesPathExist(defaultFile);
+    const bool userExists = FileSystemUtils::DoesPathExist(userFile);
+    if (defaultExists && userExists) {
+        if (IsOutdated(userFile, defaultFile))
+            TransConfigUtils::ReplaceConfig(defaultFile, userFile);
+    } else if (defaultExists) {
+        FileSystemUtils::CopyLocalFile(defaultFile, userFile);
+    } else if (!userExists) {
+        TransConfigUtils::CreateDefaultConfig(userFile);
+    }
+}
+
+std::string DefaultConfigFile() {
+    const std::string folder = LogTransUtils::GetTransporterDefaultCfgDir();
+    return folder.empty() ? folder : folder + kConfigFile;
+}
+
+} // namespace
+
+bool LogTransUtils::GetBaseDir(std::int16_t domain, std::uint32_t type, bool create,
+                               std::string& path) {
+    return UserFolderUtils::GetBaseDir(domain, type, create, path);
+}
+
+bool LogTransUtils::GetAppSupportDataDir(std::string& path) {
+    return UserFolderUtils::GetAppSupportDataDir(path);
+}
+
+bool LogTransUtils::GetUserLibraryDir(std::string& path) {
+    return UserFolderUtils::GetUserLibraryDir(path);
+}
+
+std::string LogTransUtils::GetUserCfgDir(const std::string& relativeFolder) {
+    std::string support;
+    if (!GetAppSupportDataDir(support))
+        return std::string();
+    const std::string folder = FileSystemUtils::AppendPathElement(support, relativeFolder);
+    return FileSystemUtils::CreateLocalDirectory(folder) ? folder : std::string();
+}
+
+std::string LogTransUtils::GetUserFathomPath() {
+    std::string support;
+    if (!GetAppSupportDataDir(support))
+        return std::string();
+    const std::string folder = FileSystemUtils::AppendPathElement(support, kPolicyFolder);
+    FileSystemUtils::CreateLocalDirectory(folder);
+    return folder + kPolicyFile;
+}
+
+std::string LogTransUtils::GetUserCfgFullPath() {
+    const std::string folder = GetUserCfgDir(kConfigFolder);
+    if (folder.empty())
+        return std::string();
+    const std::string userFile = FileSystemUtils::AppendPathElement(folder, kConfigFile);
+    BringUpToDate(userFile, DefaultConfigFile());
+    return userFile;
+}
+
+std::string LogTransUtils::GetTransporterDefaultCfgDir() {
+    const CFBundleRef bundle = CFBundleUtil::GetMainBundle();
+    if (!bundle)
+        return std::string();
+    std::string identifier;
+    CFBundleUtil::GetBundleIdentifier(bundle, identifier);
+    const std::string location = CFBundleUtil::GetBundleLocaton(bundle);
+    return identifier == kAgentBundleIdentifier
+               ? location + kResourcesFolder
+               : location + kTransportBundlePath + kResourcesFolder;
+}
+
+std::string LogTransUtils::GetUserLogFullPath() {
+    std::string library;
+    if (!GetUserLibraryDir(library))
+        return std::string();
+    const std::string folder = FileSystemUtils::AppendPathElement(library, kLogFolder);
+    if (!FileSystemUtils::IsDirectory(folder))
+        FileSystemUtils::CreateLocalDirectory(folder);
+    return folder;
+}
+
+std::string LogTransUtils::GetResourceId() {
+    return GetUserLogFullPath() + kLockFile;
+}
+
+void LogTransUtils::SetLogTransportInputPath(const char* folder) {
+    if (!folder)
+        return;
+    std::string path = folder + FileSystemUtils::GetPathDelimiter() + kAgentBundleName;
+    if (gwsLogTransportPath)
+        gwsLogTransportPath->swap(path);
+    else
+        gwsLogTransportPath = new std::string(std::move(path));
+}
+
+std::string LogTransUtils::GetLogTransportInputPath() {
+    return gwsLogTransportPath ? *gwsLogTransportPath : std::string();
+}
+
+std::string LogTransUtils::GetExePathFromLogTransportBundlePath(const std::string& bundlePath) {
+    if (!FileSystemUtils::DoesPathExist(bundlePath))
+        return std::string();
+    const std::string executable = bundlePath + kTransportExecutableSubPath;
+    return FileSystemUtils::DoesPathExist(executable) ? executable : std::string();
+}
+
+std::string LogTransUtils::GetNonDefaultLogTransportExeFullPath(const std::string& bundlePath) {
+    const std::string executable = GetExePathFromLogTransportBundlePath(bundlePath);
+    if (!executable.empty())
+        return executable;
+    // A host that named, for example, its framework folder has the agent beside its executable.
+    const std::string contents =
+        FileSystemUtils::GetParentPath(FileSystemUtils::GetParentPath(bundlePath));
+    return GetExePathFromLogTransportBundlePath(contents + FileSystemUtils::GetPathDelimiter() +
+                                                kAgentBundleBesideHost);
+}
+
+std::string LogTransUtils::GetTransporterExeFullPath() {
+    const std::string named = GetLogTransportInputPath();
+    if (!named.empty()) {
+        const std::string executable = GetNonDefaultLogTransportExeFullPath(named);
+        if (!executable.empty())
+            return executable;
+    }
+    const CFBundleRef bundle = CFBundleUtil::GetMainBundle();
+    if (!bundle)
+        return std::string();
+    return GetExePathFromLogTransportBundlePath(CFBundleUtil::GetBundleLocaton(bundle) +
+                                                kTransportBundlePath);
+}
+
+std::string LogTransUtils::GetAgentPath() {
+    std::string path = GetTransporterExeFullPath();
+    for (int level = 0; level < 3; ++level)
+        path = FileSystemUtils::GetParentPath(path);
+    return path;
+}
+
+bool LogTransUtils::AgentExists() {
+    return FileSystemUtils::DoesPathExist(GetTransporterExeFullPath());
+}
+
+bool LogTransUtils::SaveTransporterExePath() {
+    return true;
+}
+
+bool LogTransUtils::UploadLog(const std::string& documentPath) {
+    if (documentPath.empty())
+        return false;
+    const std::string executable = GetTransporterExeFullPath();
+    logger->LogInfo("LogTransport2 Path: " + executable, kSourceUnit, __LINE__);
+    return FileSystemUtils::LaunchPath(executable);
+}

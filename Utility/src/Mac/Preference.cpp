@@ -1,0 +1,130 @@
+#include "Utility/src/Mac/Preference.h"
+
+#include "Utility/src/Mac/PropertyListTreeOpt.h"
+#include "Utility/src/StringUtils.h"
+
+#include <algorithm>
+
+using Platform::PropertyList;
+
+namespace {
+
+constexpr char kPathSeparator[] = "/";
+
+/// The components of a key path as platform strings: the top-level key, and those below it.
+class KeyPath {
+public:
+    explicit KeyPath(const std::string& path) {
+        std::vector<std::string> parts;
+        StringUtils::SplitStr(path, parts, kPathSeparator);
+        StringUtils::ConvertStdStrVecToCFStrVec(parts, m_keys);
+        if (IsValid())
+            below.assign(m_keys.begin() + 1, m_keys.end());
+    }
+    ~KeyPath() { StringUtils::ReleaseCFStrVec(m_keys); }
+    KeyPath(const KeyPath&) = delete;
+    KeyPath& operator=(const KeyPath&) = delete;
+
+    bool IsValid() const {
+        return !m_keys.empty() && std::find(m_keys.begin(), m_keys.end(), nullptr) == m_keys.end();
+    }
+    CFStringRef Top() const { return m_keys.front(); }
+
+    PropertyListTreeOpt::Keys below;
+
+private:
+    std::vector<CFStringRef> m_keys;
+};
+
+} // namespace
+
+Preference::Preference(const std::string& domain, CFStringRef user, CFStringRef host)
+    : m_domain(domain), m_user(user), m_host(host) {}
+
+CFPropertyListRef Preference::ReadTopLevel(CFStringRef key) const {
+    Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host);
+    std::optional<PropertyList> value =
+        Platform::CopyPreferenceValue(key, m_domain.Get(), m_user, m_host);
+    return value ? std::make_shared<PropertyList>(std::move(*value)) : nullptr;
+}
+
+bool Preference::WriteTopLevel(CFStringRef key, const PropertyList* value) const {
+    return Platform::SetPreferenceValue(key, value, m_domain.Get(), m_user, m_host) &&
+           Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host);
+}
+
+CFPropertyListRef Preference::CopyNode(const std::string& path) const {
+    const KeyPath keys(path);
+    if (!IsUsable() || !keys.IsValid())
+        return nullptr;
+    const CFPropertyListRef root = ReadTopLevel(keys.Top());
+    const PropertyList* node = PropertyListTreeOpt::GetNode(root.get(), keys.below);
+    return node ? std::make_shared<PropertyList>(*node) : nullptr;
+}
+
+bool Preference::GetValue(const std::string& path, int& out) const {
+    const CFPropertyListRef node = CopyNode(path);
+    const std::optional<int> number = node ? node->AsNumber() : std::nullopt;
+    out = number.value_or(out);
+    return number.has_value();
+}
+
+bool Preference::GetValue(const std::string& path, std::string& out) const {
+    const CFPropertyListRef node = CopyNode(path);
+    if (!node || !node->AsString())
+        return false;
+    out = *node->AsString();
+    return true;
+}
+
+bool Preference::SetValue(const std::string& path, int value) const {
+    const PropertyList number(value);
+    return SetValueHelper(path, &number);
+}
+
+bool Preference::SetValue(const std::string& path, const std::string& value) const {
+    const PropertyList text(value);
+    return SetValueHelper(path, &text);
+}
+
+bool Preference::SetValueHelper(const std::string& path, const PropertyList* value) const {
+    const KeyPath keys(path);
+    if (!IsUsable() || !keys.IsValid() || !value)
+        return false;
+    if (keys.below.empty())
+        return WriteTopLevel(keys.Top(), value);
+    CFPropertyListRef root = ReadTopLevel(keys.Top());
+    if (!root || !root->AsDictionary())
+        root = std::make_shared<PropertyList>();
+    PropertyListTreeOpt::SetNode(root, keys.below, value);
+    return WriteTopLevel(keys.Top(), root.get());
+}
+
+void Preference::DeleteValue(const std::string& path) const {
+    DeleteValueHelper(path);
+}
+
+void Preference::DeleteValueHelper(const std::string& path) const {
+    KeyPath keys(path);
+    if (!IsUsable() || !keys.IsValid() || keys.below.empty())
+        return;
+    CFPropertyListRef root = ReadTopLevel(keys.Top());
+    if (PropertyListTreeOpt::RemoveNode(root, keys.below))
+        WriteTopLevel(keys.Top(), root.get());
+}
+
+bool Preference::EnumSubKeyAndVals(const std::string& path,
+                                   std::vector<std::pair<std::string, std::string>>& out) const {
+    return EnumSubKeyAndValsHelper(path, out);
+}
+
+bool Preference::EnumSubKeyAndValsHelper(
+    const std::string& path, std::vector<std::pair<std::string, std::string>>& out) const {
+    const CFPropertyListRef node = CopyNode(path);
+    if (!node || !node->AsDictionary())
+        return false;
+    for (const auto& [key, value] : *node->AsDictionary())
+        if (value.AsString())
+            out.emplace_back(key, *value.AsString());
+    return true;
+}

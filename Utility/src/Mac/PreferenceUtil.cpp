@@ -1,0 +1,171 @@
+#include "Utility/src/Mac/PreferenceUtil.h"
+
+#include "Utility/src/Mac/PlatformText.h"
+
+using Platform::PropertyList;
+
+namespace {
+
+/// Where a top-level value is kept.
+struct Place {
+    const std::string& key;
+    const std::string& domain;
+    CFStringRef user;
+    CFStringRef host;
+
+    bool IsComplete() const { return !key.empty() && !domain.empty() && user && host; }
+
+    std::optional<PropertyList> Read() const {
+        const PlatformText keyText(key), domainText(domain);
+        return Platform::CopyPreferenceValue(keyText.Get(), domainText.Get(), user, host);
+    }
+
+    bool Synchronize() const {
+        return Platform::SynchronizePreferences(PlatformText(domain).Get(), user, host);
+    }
+
+    std::optional<PropertyList> ReadCurrent() const {
+        if (!IsComplete())
+            return std::nullopt;
+        Synchronize();
+        return Read();
+    }
+
+    bool Write(const PropertyList& value) const {
+        const PlatformText keyText(key), domainText(domain);
+        return Platform::SetPreferenceValue(keyText.Get(), &value, domainText.Get(), user, host) &&
+               Synchronize();
+    }
+};
+
+bool Convert(const PropertyList* value, std::string& out) {
+    if (!value || !value->AsString())
+        return false;
+    out = *value->AsString();
+    return true;
+}
+
+bool Convert(const PropertyList* value, int& out) {
+    const std::optional<int> number = value ? value->AsNumber() : std::nullopt;
+    out = number.value_or(out);
+    return number.has_value();
+}
+
+template <class Value>
+bool ReadOneLevel(const Place& place, Value& out) {
+    const std::optional<PropertyList> value = place.ReadCurrent();
+    return Convert(value ? &*value : nullptr, out);
+}
+
+template <class Value>
+bool ReadTwoLevels(const Place& place, const std::string& subKey, Value& out) {
+    if (subKey.empty())
+        return false;
+    const std::optional<PropertyList> dictionary = place.ReadCurrent();
+    return Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
+}
+
+template <class Value>
+bool WriteOneLevel(const Place& place, const Value& value) {
+    return place.IsComplete() && place.Write(PropertyList(value));
+}
+
+template <class Value>
+bool WriteTwoLevels(const Place& place, const std::string& subKey, const Value& value) {
+    if (!place.IsComplete() || subKey.empty())
+        return false;
+    PropertyList dictionary = place.Read().value_or(PropertyList());
+    if (!dictionary.AsDictionary())
+        return false;
+    dictionary.AsDictionary()->insert_or_assign(subKey, PropertyList(value));
+    return place.Write(dictionary);
+}
+
+} // namespace
+
+std::optional<PropertyList> PreferenceUtil::GetDictionary(const std::string& key,
+                                                          const std::string& domain,
+                                                          CFStringRef user, CFStringRef host) {
+    return Place{key, domain, user, host}.ReadCurrent();
+}
+
+bool PreferenceUtil::GetPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                        const std::string& domain, std::string& out,
+                                        CFStringRef user, CFStringRef host) {
+    return ReadTwoLevels({dictKey, domain, user, host}, subKey, out);
+}
+
+bool PreferenceUtil::GetPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                        const std::string& domain, int& out, CFStringRef user,
+                                        CFStringRef host) {
+    return ReadTwoLevels({dictKey, domain, user, host}, subKey, out);
+}
+
+bool PreferenceUtil::GetPreferenceValue(const std::string& key, const std::string& domain,
+                                        std::string& out, CFStringRef user, CFStringRef host) {
+    return ReadOneLevel({key, domain, user, host}, out);
+}
+
+bool PreferenceUtil::GetPreferenceValue(const std::string& key, const std::string& domain, int& out,
+                                        CFStringRef user, CFStringRef host) {
+    return ReadOneLevel({key, domain, user, host}, out);
+}
+
+bool PreferenceUtil::SetPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                        const std::string& domain, const std::string& value,
+                                        CFStringRef user, CFStringRef host) {
+    return WriteTwoLevels({dictKey, domain, user, host}, subKey, value);
+}
+
+bool PreferenceUtil::SetPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                        const std::string& domain, const int& value,
+                                        CFStringRef user, CFStringRef host) {
+    return WriteTwoLevels({dictKey, domain, user, host}, subKey, value);
+}
+
+bool PreferenceUtil::SetPreferenceValue(const std::string& key, const std::string& domain,
+                                        const std::string& value, CFStringRef user,
+                                        CFStringRef host) {
+    return WriteOneLevel({key, domain, user, host}, value);
+}
+
+bool PreferenceUtil::SetPreferenceValue(const std::string& key, const std::string& domain,
+                                        const int& value, CFStringRef user, CFStringRef host) {
+    return WriteOneLevel({key, domain, user, host}, value);
+}
+
+bool PreferenceUtil::DeletePreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                           const std::string& domain, CFStringRef user,
+                                           CFStringRef host) {
+    const Place place{dictKey, domain, user, host};
+    if (!place.IsComplete() || subKey.empty())
+        return false;
+    PropertyList dictionary = place.ReadCurrent().value_or(PropertyList());
+    if (!dictionary.AsDictionary())
+        return false;
+    dictionary.AsDictionary()->erase(subKey);
+    return place.Write(dictionary);
+}
+
+bool PreferenceUtil::EnumerateSubKeys(const std::string& key, std::vector<std::string>& out,
+                                      const std::string& domain, CFStringRef user,
+                                      CFStringRef host) {
+    const std::optional<PropertyList> value = GetDictionary(key, domain, user, host);
+    if (!value || !value->AsDictionary())
+        return false;
+    for (const auto& entry : *value->AsDictionary())
+        out.push_back(entry.first);
+    return true;
+}
+
+bool PreferenceUtil::EnumerateSubKeys(const std::string& key, const std::string& domain,
+                                      std::vector<std::pair<std::string, std::string>>& out,
+                                      CFStringRef user, CFStringRef host) {
+    const std::optional<PropertyList> value = GetDictionary(key, domain, user, host);
+    if (!value || !value->AsDictionary())
+        return false;
+    for (const auto& [subKey, entry] : *value->AsDictionary())
+        if (entry.AsString())
+            out.emplace_back(subKey, *entry.AsString());
+    return true;
+}

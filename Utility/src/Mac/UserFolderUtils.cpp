@@ -1,0 +1,19 @@
+#include "Utility/src/Mac/UserFolderUtils.h"
+
+#include "Platform/UserFolders.h"
+#include "Utility/src/Mac/DataConversions.h"
+
+bool UserFolderUtils::GetBaseDir(std::int16_t domain, std::uint32_t type, bool create,
+                                 std::string& path) {
+    FSRef folder;
+    return Platform::FindFolder(domain, type, create, folder) &&
+           DataConversions::FSRefToStdioPath(folder, path);
+}
+
+bool UserFolderUtils::GetAppSupportDataDir(std::string& path) {
+    return GetBaseDir(kUserDomain, kApplicationSupportFolderType, true, path);
+}
+
+bool UserFolderUtils::GetUserLibraryDir(std::string& path) {
+    return GetBaseDir(kUserDomain, kDomainLibraryFolderType, true, path);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Platform/PlatformString.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Characters that the configuration formats treat as blank.
+inline constexpr char kBlanks[] = " \t\r\n";
+
+/// What a document holds in place of an absent text.
+inline constexpr char kNoValue[] = "NOVALUE";
+
+class StringUtils {
+public:
+    /// printf-style formatting; empty when the format is not valid UTF-8.
+    static std::string FormatString(const char* format, ...)
+#if defined(__GNUC__)
+        __attribute__((format(printf, 1, 2)))
+#endif
+        ;
+
+    /// Seven decimal digits made of the MD5 digest of the bytes at `a` followed by those at `b`.
+    /// Empty when either is null or the digest cannot be made.
+    static std::string Hash(const void* a, unsigned long aLength, const void* b,
+                            unsigned long bLength);
+
+    /// Replaces `parts` by the non-empty pieces of `text` between any of the delimiters. An empty
+    /// text, or no delimiters, leaves `parts` untouched.
+    static void SplitStr(const std::string& text, std::vector<std::string>& parts,
+                         const std::string& delimiters);
+
+    /// Appends a platform string for each text; null for a text that is not valid UTF-8. The
+    /// caller gives them back with ReleaseCFStrVec.
+    static void ConvertStdStrVecToCFStrVec(const std::vector<std::string>& texts,
+                                           std::vector<CFStringRef>& strings);
+    static void ReleaseCFStrVec(std::vector<CFStringRef>& strings);
+
+    /// The text as an XML attribute value: ill-formed UTF-8 replaced by U+FFFD, the characters
+    /// & < > " ' \ written as references, "NOVALUE" for a null or empty text.
+    static std::string ConformXMLString(const char* text);
+    static void AppendConformXMLString(std::string& out, const char* text);
+
+    /// The replacement step of ConformXMLString on well-formed text, in place.
+    static void EscapeXML(std::string& text);
+
+    /// The text without leading and trailing characters that belong to `characters`.
+    static std::string Trim(const std::string& text, const char* characters);
+};
+
+/// Lower-cases in place, byte by byte, and returns the text.
+std::string& toLower(std::string& text);

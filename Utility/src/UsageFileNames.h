@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+/// Names of usage documents: what the agent goes by.
+namespace UsageFileNames {
+
+inline constexpr char kPrefix[] = "ulog_";
+inline constexpr char kInProgressExtension[] = ".tmp";
+inline constexpr char kPlainExtension[] = ".xml";
+inline constexpr char kObfuscatedExtension[] = ".rdy";
+
+/// Extension of a finished document.
+inline const char* FinishedExtension(bool obfuscated) {
+    return obfuscated ? kObfuscatedExtension : kPlainExtension;
+}
+
+/// Name without extension: the prefix and the four texts as they are, joined by "_".
+inline std::string CommonName(const std::string& family, const std::string& name,
+                              const std::string& user, const std::string& session) {
+    return kPrefix + family + "_" + name + "_" + user + "_" + session;
+}
+
+} // namespace UsageFileNames
