@@ -1,0 +1,122 @@
+#include "LogSession/LogSession.h"
+#include "LogSession/OptInPolicy.h"
+#include "Utility/src/DemographicNode.h"
+#include "Utility/src/LogSessionUtils.h"
+#include "Utility/src/RecordNames.h"
+
+#include <utility>
+#include <vector>
+
+using namespace RecordNames;
+
+void LogSession::LogStartSessionTag() {
+    if (!m_enabled)
+        return;
+    m_startTime = m_clock.Now();
+    Compose([this](std::string& record) {
+        UsageRecord::AppendHead(record);
+        UsageRecord::AppendStartSession(record, m_sessionId, m_startTime, m_sequence);
+    });
+    AddRecord();
+}
+
+void LogSession::LogEndSessionTag() {
+    if (!m_enabled)
+        return;
+    Compose([this](std::string& record) {
+        UsageRecord::AppendEndSession(record, m_sessionId, m_clock.Now(), m_sequence);
+        UsageRecord::AppendRootEnd(record);
+    });
+    AddRecord();
+}
+
+void LogSession::DataRecTag(int group, const char* name, const char* data) {
+    if (!m_enabled || !name || !data)
+        return;
+    Compose([=, this](std::string& record) {
+        UsageRecord::AppendDataRec(record, m_clock.Now(), group, name, data, m_sequence);
+    });
+    AddRecord();
+}
+
+void LogSession::EventRecTag(const char* category, const char* subcategory, const char* name,
+                             const char* doc) {
+    if (!m_enabled)
+        return;
+    Compose([=, this](std::string& record) {
+        UsageRecord::AppendEventRec(record, {category, subcategory, name, doc}, m_clock.Now(),
+                                    m_sequence);
+    });
+    AddRecord();
+}
+
+int LogSession::NewGroupTag(const char* category, const char* subcategory, const char* name,
+                            const char* doc) {
+    if (!m_enabled)
+        return -1;
+    Compose([=, this](std::string& record) {
+        UsageRecord::AppendNewGroup(record, {category, subcategory, name, doc}, m_clock.Now(),
+                                    m_groupCounter + 1, m_sequence);
+    });
+    ++m_groupCounter;
+    AddRecord();
+    return m_groupCounter;
+}
+
+void LogSession::NewDocTag(const char* doc) {
+    if (!m_enabled)
+        return;
+    Compose([=, this](std::string& record) {
+        UsageRecord::AppendNewDoc(record, doc, m_clock.Now(), m_sequence);
+    });
+    AddRecord();
+}
+
+void LogSession::AddDataToSessionGroup(const char* name, const char* data) {
+    DataRecTag(m_sessionGroup, name, data);
+}
+
+int LogSession::NewStandardGroup(const char* name) {
+    return NewGroupTag(kVistraCategory, nullptr, name, kNoDocument);
+}
+
+int LogSession::GenerateInvalidGroup() {
+    return NewGroupTag(kVistraCategory, "", kValidationErrorsGroup, kNoDocument);
+}
+
+bool LogSession::VerifyGroupId(int id) const {
+    return id >= 0 && id <= m_groupCounter;
+}
+
+std::uint32_t LogSession::IncreaseSeq() {
+    return m_sequence++;
+}
+
+void LogSession::LogDefaultData() {
+    LogStartSessionTag();
+    LogSessionInfo(m_productFamily.c_str(), m_productName.c_str(), m_productVersion.c_str(),
+                   m_productBuild.c_str(), m_productLanguage.c_str());
+    LogDemographicInfo(OptInPolicy::GetInstance()->GetUsageKey());
+}
+
+void LogSession::LogSessionInfo(const char* family, const char* name, const char* version,
+                                const char* build, const char* language) {
+    m_sessionGroup = NewStandardGroup(kSessionGroup);
+    const std::pair<const char*, const char*> texts[] = {
+        {kProductFamily, family}, {kProductName, name},         {kProductVersion, version},
+        {kProductBuild, build},   {kProductLanguage, language}, {kUser, GetUserId().c_str()},
+    };
+    for (const auto& [key, text] : texts)
+        DataRecTag(m_sessionGroup, key, text);
+    const std::string userType = LogSessionUtils::GetUserType();
+    if (!userType.empty())
+        DataRecTag(m_sessionGroup, kUserType, userType.c_str());
+}
+
+void LogSession::LogDemographicInfo(const std::string& usageKey) {
+    const int group = NewStandardGroup(kDemographicsGroup);
+    std::vector<std::pair<std::string, std::string>> answers;
+    DemographicNode(usageKey).EnumKeyValues(answers);
+    for (const auto& [key, answer] : answers)
+        DataRecTag(group, key.c_str(), answer.c_str());
+}

@@ -1,0 +1,65 @@
+#include "LogSession/LogDataValidator.h"
+#include "LogSession/LogSession.h"
+#include "LogSession/OptInPolicy.h"
+#include "Utility/src/LogSessionUtils.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
+#include "Utility/src/Mac/LogTransUtilsMac.h"
+
+#include <utility>
+
+namespace {
+
+constexpr char kEveryDocument[] = "*.*";
+
+} // namespace
+
+void LogSession::SplitLog() {
+    if (!m_enabled)
+        return;
+    Compose([this](std::string& record) {
+        UsageRecord::AppendSplitSession(record, m_sessionId, m_clock.Now(), m_sequence);
+        UsageRecord::AppendRootEnd(record);
+    });
+    WriteText(m_record);
+    if (!m_enabled) // the failed write has handed the file off
+        return;
+    CloseFile();
+    TransferFile();
+    Compose([this](std::string& record) {
+        UsageRecord::AppendHead(record);
+        UsageRecord::AppendResumeSession(record,
+                                         {m_sessionId, m_productFamily, m_productName,
+                                          m_productVersion, m_productBuild, m_productLanguage,
+                                          m_startTime, GetUserId()},
+                                         m_clock.Now(), m_sequence);
+    });
+    WriteText(m_record);
+}
+
+void LogSession::TransferFile() {
+    const bool agentExists = LogDataValidator::VerifyTransAgentExist() == kAccepted;
+    if (!agentExists || !OptInPolicy::GetInstance()->AllowsRecording()) {
+        FileSystemUtils::DeleteFiles(m_logFolder, kEveryDocument, false);
+        return;
+    }
+    MoveToFinalName();
+    ++m_fileIndex;
+    m_bytesInFile = 0;
+}
+
+void LogSession::MoveToFinalName() {
+    const std::string inProgress = std::exchange(m_currentPath, std::string());
+    if (!FileSystemUtils::IsDirectory(m_logFolder))
+        return;
+    FileSystemUtils::RenameFile(inProgress, GetTransLogFileName());
+    if (LogSessionUtils::UsageSendFlag())
+        LogTransUtils::UploadLog(m_currentPath);
+}
+
+void LogSession::EndSession() {
+    if (!m_enabled)
+        return;
+    LogEndSessionTag();
+    CloseFile();
+    TransferFile();
+}

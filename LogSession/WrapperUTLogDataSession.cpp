@@ -1,0 +1,182 @@
+#include "LogSession/LogDataValidator.h"
+#include "LogSession/LogSession.h"
+#include "LogSession/LogSessionManager.h"
+#include "LogSession/OptInPolicy.h"
+#include "LogSession/WrapperUTLogDataLog.h"
+#include "Utility/src/Converters.h"
+#include "Utility/src/LogSessionUtils.h"
+#include "Utility/src/Mac/LogTransUtilsMac.h"
+#include "Utility/src/RecordNames.h"
+
+#include <memory>
+
+namespace WRAPPERLAYER {
+
+Mutex* const gApiMutex = GarbageCollection::CreateGlobalObj<Mutex>();
+Logger* const logger = Logger::GetLogger(kLoggerName);
+
+namespace {
+
+/// Names this library's status in the agent's configuration.
+constexpr char kConfigPrefix[] = "ulog";
+
+struct ProductTexts {
+    std::string family, name, version, build, language;
+};
+
+bool VerifyProduct(ProductTexts& product, const char* pcAppFamily, const char* pcAppName,
+                   const char* pcAppversion, const char* pcAppbuild, const char* pcApplanguage) {
+    const DataLogger nowhere(nullptr);
+    constexpr int kRequired = kValueKind;
+    constexpr int kOptionalValue = kValueKind | kOptional;
+    return VerifyArgument(nowhere, "pcAppFamily", pcAppFamily, product.family, kRequired,
+                          __LINE__) &&
+           VerifyArgument(nowhere, "pcAppName", pcAppName, product.name, kRequired, __LINE__) &&
+           VerifyArgument(nowhere, "pcAppversion", pcAppversion, product.version, kRequired,
+                          __LINE__) &&
+           VerifyArgument(nowhere, "pcAppbuild", pcAppbuild, product.build, kOptionalValue,
+                          __LINE__) &&
+           VerifyArgument(nowhere, "pcApplanguage", pcApplanguage, product.language, kOptionalValue,
+                          __LINE__);
+}
+
+/// Every gate but consent; the first that refuses is logged.
+bool PassesGates(const char* pcAppFamily, const char* pcAppName) {
+    if (LogDataValidator::VerifyConfigStatus(kConfigPrefix, pcAppFamily, pcAppName) != kAccepted) {
+        LogDebug("VerifyConfigStatus failure", __LINE__);
+        return false;
+    }
+    const std::string usageKey = OptInPolicy::GetInstance()->GetUsageKey();
+    int optIn = kOptInUnknown;
+    if (!OptInGet(usageKey.c_str(), optIn)) {
+        LogDebug("gsPrefx: ", __LINE__, usageKey);
+        return false;
+    }
+    LogSession::GetUserId();
+    if (LogDataValidator::VerifyTransAgentExist() != kAccepted) {
+        LogDebug("VerifyTransAgentExist failure", __LINE__);
+        return false;
+    }
+    if (LogDataValidator::VerifyGroupPolicy() != kAccepted) {
+        LogDebug("VerifyGroupPolicy failure", __LINE__);
+        return false;
+    }
+    return true;
+}
+
+/// Writes a change of the product's opt-in and hands it to the agent.
+void RefreshOptInDocument(const ProductTexts& product) {
+    std::string path;
+    if (LogSession::GenerateOptInfoLogFile(product.family, product.name, product.version, path) &&
+        LogSessionUtils::UsageSendFlag())
+        LogTransUtils::UploadLog(path);
+}
+
+/// Makes and registers the session.
+LogSession* OpenSession(const ProductTexts& product) {
+    auto session = std::make_unique<LogSession>(product.family.c_str(), product.name.c_str(),
+                                                product.version.c_str(), product.build.c_str(),
+                                                product.language.c_str());
+    LogSessionUtils::CheckOptDate(product.family);
+    LogSessionManager::GetInstance()->Add(session.get());
+    return session.release();
+}
+
+const char* OptInText(int optIn) {
+    switch (optIn) {
+    case kOptInUnknown:
+        return "UNKNOWN";
+    case kOptedOut:
+        return "FALSE";
+    case kOptedIn:
+        return "TRUE";
+    default:
+        return "";
+    }
+}
+
+/// Records the user's consent at the end of a session's document.
+void RecordOptIn(LogSession* session) {
+    using namespace RecordNames;
+    const std::string key = OptInPolicy::GetInstance()->GetUsageKey();
+    int group = -1;
+    NewDataGroup(session, kVistraCategory, nullptr, kOptInInfoGroup, group, nullptr, 0);
+    AddToGroup(session, group, kOptInKey, key.c_str());
+    AddToGroup(session, group, kOptInAnswer, OptInText(LogSessionUtils::GetOptIn(key.c_str())));
+    const std::string dateKey = LogSessionUtils::GenerateOptInDateKey(key);
+    std::string date;
+    if (LogSessionUtils::GetOptIn(key.c_str(), dateKey.c_str(), date))
+        AddToGroup(session, group, kOptInDate, date.c_str());
+}
+
+} // namespace
+
+bool UTInitialize_Called() {
+    return !OptInPolicy::GetInstance()->GetUsageKey().empty();
+}
+
+bool VerifyString(const DataLogger& dataLogger, const char* input, std::string& out, int kind) {
+    const int code = LogDataValidator::VerifyString(input, out, kind);
+    if (code == kAccepted)
+        return true;
+    dataLogger.LogInvalidData(kInvalidString, input);
+    return code == kShortened;
+}
+
+int WRAPPERUTInitialize(const char* pcUsagekey, bool crashDetection, const char* agentFolder) {
+    const MutexProxy lock(gApiMutex);
+    LogInfo("UTInitialize", __LINE__);
+    std::string key;
+    if (!VerifyString(DataLogger(nullptr), pcUsagekey, key, kUsageKeyKind)) {
+        LogDebug("pcUsagekey: ", __LINE__, key);
+        return 1;
+    }
+    OptInPolicy* policy = OptInPolicy::GetInstance();
+    if (key != policy->GetUsageKey())
+        policy->SetUsageKey(key);
+    policy->SetCrashDetection(crashDetection);
+    LogTransUtils::SetLogTransportInputPath(agentFolder);
+    return 0;
+}
+
+int WRAPPERUTStartSession(LogSession** out, const char* pcAppFamily, const char* pcAppName,
+                          const char* pcAppversion, const char* pcAppbuild,
+                          const char* pcApplanguage) {
+    const MutexProxy lock(gApiMutex);
+    if (out)
+        *out = nullptr;
+    LogInfo("UTStartSession", __LINE__);
+    ProductTexts product;
+    if (!out ||
+        !VerifyProduct(product, pcAppFamily, pcAppName, pcAppversion, pcAppbuild, pcApplanguage))
+        return 1;
+    if (!PassesGates(pcAppFamily, pcAppName))
+        return 1;
+    const bool consent = OptInPolicy::GetInstance()->AllowsRecording();
+    if (consent) {
+        *out = OpenSession(product);
+        LogDebug("UTStartSession Success: ", __LINE__);
+    }
+    RefreshOptInDocument(product);
+    if (!consent)
+        LogDebug("OptInPolicy: ", __LINE__, Converters::NumberToString(int{consent}));
+    return consent ? 0 : 1;
+}
+
+int WRAPPERUTCloseSession(LogSession** session) {
+    const MutexProxy lock(gApiMutex);
+    LogInfo("UTCloseSession", __LINE__);
+    if (!session || !LogSessionManager::GetInstance()->ValidateSession(*session))
+        return 1;
+    LogDebug("UTCloseSession has valid session", __LINE__);
+    RecordOptIn(*session);
+    LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+    (*session)->EndSession();
+    LogSessionManager::GetInstance()->Remove(*session);
+    delete *session;
+    *session = nullptr;
+    LogDebug("UTCloseSession Success: ", __LINE__);
+    return 0;
+}
+
+} // namespace WRAPPERLAYER
