@@ -1,0 +1,140 @@
+// What a record costs the host, beside the system call that stores it.
+//
+// One measurement records with the library, its partner writes the same bytes to a file of the
+// same folder with a bare write(2). Both run in turn, many times; medians are compared. A session
+// of the first kind stays within one file. The sustained kind goes through many: its partner
+// creates and renames the same files.
+
+#include "Benchmarks/BenchmarkAccount.h"
+#include "Benchmarks/RatioReporter.h"
+#include "LogSession/UTLogData.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <functional>
+
+namespace {
+
+constexpr std::size_t kFileBytes = 102'400;
+constexpr std::size_t kStartBytes = 4'096; ///< more than what a session writes at its start
+constexpr int kRepetitions = 201;
+constexpr benchmark::IterationCount kSustainedRecords = 50'000;
+constexpr int kSustainedRepetitions = 9;
+
+using Call = std::function<void(LogSession*)>;
+
+LogSession* StartSession() {
+    LogSession* session = nullptr;
+    UTStartSession(&session, "Benchmark", "Records", "1.0", "1", "en");
+    return session;
+}
+
+void MeasureCall(benchmark::State& state, const Call& call) {
+    LogSession* session = StartSession();
+    if (!session)
+        state.SkipWithError("no session");
+    for (auto _ : state)
+        call(session);
+    UTCloseSession(&session);
+}
+
+/// A file that is renamed and followed by another one when it is full.
+class BareFile {
+public:
+    explicit BareFile(const std::string& folder) : m_path(folder + "/bare-write") { Open(); }
+    ~BareFile() { Close(); }
+
+    bool Write(const std::string& record) {
+        if (m_bytes + record.size() > kFileBytes) {
+            Close();
+            Open();
+        }
+        m_bytes += record.size();
+        return ::write(m_file, record.data(), record.size()) == static_cast<ssize_t>(record.size());
+    }
+
+private:
+    void Open() {
+        m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+        m_bytes = 0;
+    }
+    void Close() {
+        ::close(m_file);
+        ::rename(m_path.c_str(), (m_path + std::to_string(m_index++) + ".xml").c_str());
+    }
+
+    std::string m_path;
+    std::size_t m_bytes = 0;
+    int m_file = -1;
+    int m_index = 0;
+};
+
+void MeasureWrite(benchmark::State& state, const std::string& folder, const std::string& record) {
+    BareFile file(folder);
+    for (auto _ : state)
+        if (!file.Write(record))
+            state.SkipWithError("write failed");
+}
+
+void Register(const std::string& name, const std::string& folder, const std::string& record,
+              const Call& call, benchmark::IterationCount records, int repetitions) {
+    benchmark::RegisterBenchmark((name + "/call").c_str(),
+                                 [call](benchmark::State& state) { MeasureCall(state, call); })
+        ->Iterations(records)
+        ->Repetitions(repetitions)
+        ->ReportAggregatesOnly();
+    benchmark::RegisterBenchmark(
+        (name + "/write").c_str(),
+        [folder, record](benchmark::State& state) { MeasureWrite(state, folder, record); })
+        ->Iterations(records)
+        ->Repetitions(repetitions)
+        ->ReportAggregatesOnly();
+}
+
+void RegisterWithinFile(const std::string& name, const std::string& folder,
+                        const std::string& record, const Call& call) {
+    const std::size_t records = (kFileBytes - kStartBytes) / record.size();
+    Register(name, folder, record, call, static_cast<benchmark::IterationCount>(records),
+             kRepetitions);
+}
+
+std::string EventRecord() {
+    return "<EventRec doc=\"0\" category=\"File\" subcategory=\"Open\" name=\"Image\" "
+           "time=\"2026-01-01T00:00:00Z\" seq=\"50000\" />\n";
+}
+
+std::string ValueRecord(const std::string& data) {
+    return "<DataRec time=\"2026-01-01T00:00:00Z\" group=\"1\" name=\"Theme\" data=\"" + data +
+           "\" seq=\"50000\" />\n";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const bool plain = argc > 1 && std::strcmp(argv[1], "--plain") == 0;
+    BenchmarkAccount account(!plain);
+    benchmark::Initialize(&argc, argv);
+    // A value whose every character is escaped, and the same as it is recorded.
+    static const std::string markup(512, '<');
+    std::string references;
+    for (std::size_t i = 0; i < markup.size(); ++i)
+        references += "&#60;";
+
+    const Call logEvent = [](LogSession* session) {
+        UTLogEvent(session, "File", "Open", "Image", nullptr, 0);
+    };
+    const std::string suffix = plain ? " in clear" : " obfuscated";
+    RegisterWithinFile("UTLogEvent" + suffix, account.Root(), EventRecord(), logEvent);
+    RegisterWithinFile("UTAddToSession" + suffix, account.Root(), ValueRecord("dark"),
+                       [](LogSession* session) { UTAddToSession(session, "Theme", "dark"); });
+    RegisterWithinFile(
+        "UTAddToSession, 512 of '<'" + suffix, account.Root(), ValueRecord(references),
+        [](LogSession* session) { UTAddToSession(session, "Theme", markup.c_str()); });
+    Register("UTLogEvent sustained" + suffix, account.Root(), EventRecord(), logEvent,
+             kSustainedRecords, kSustainedRepetitions);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}
