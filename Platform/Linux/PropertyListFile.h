@@ -20,7 +20,8 @@ std::optional<PropertyList> ParsePropertyList(const std::string& bytes);
 /// same: too large or deep, or with text that is not UTF-8 or holds a NUL.
 std::optional<std::string> SerializePropertyList(const PropertyList& value);
 
-/// Whether the text, as markup, stays within the depth, and as bytes is UTF-8 without NUL.
+/// Whether the text, as markup, stays within the depth and takes no undue time, and as bytes is
+/// UTF-8 without NUL.
 bool IsHarmlessXml(std::string_view text);
 
 /// Whether all references of a binary property list stay within its bytes, its values within the

@@ -3,6 +3,7 @@
 #include "Platform/TextFormat.h"
 
 #include <boost/tokenizer.hpp>
+#include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <utf8.h>
 
@@ -17,8 +18,6 @@
 namespace {
 
 constexpr std::size_t kHashDigits = 7;
-
-constexpr std::size_t kReferenceBytes = 5;
 
 /// The reference that stands for a character in a document; null for one that stands for itself.
 constexpr const char* ReferenceFor(unsigned char character) {
@@ -40,43 +39,39 @@ constexpr const char* ReferenceFor(unsigned char character) {
     }
 }
 
-struct CharacterClass {
-    bool isPlain = true; ///< ASCII that stands for itself
-    const char* reference = nullptr;
-};
-
-constexpr std::array<CharacterClass, 256> MakeClasses() {
-    std::array<CharacterClass, 256> classes{};
-    for (std::size_t byte = 0; byte < classes.size(); ++byte) {
-        classes[byte].reference = ReferenceFor(static_cast<unsigned char>(byte));
-        classes[byte].isPlain = byte < 0x80 && !classes[byte].reference;
-    }
-    return classes;
+constexpr std::array<const char*, 256> MakeReferences() {
+    std::array<const char*, 256> references{};
+    for (std::size_t byte = 0; byte < references.size(); ++byte)
+        references[byte] = ReferenceFor(static_cast<unsigned char>(byte));
+    return references;
 }
 
-constexpr std::array<CharacterClass, 256> kClasses = MakeClasses();
-
-const CharacterClass& ClassOf(char character) {
-    return kClasses[static_cast<unsigned char>(character)];
+constexpr std::array<bool, 256> MakePlain() {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0; byte < 0x80; ++byte)
+        plain[byte] = !ReferenceFor(static_cast<unsigned char>(byte));
+    return plain;
 }
+
+constexpr std::array<const char*, 256> kReferences = MakeReferences();
+/// ASCII that stands for itself.
+constexpr std::array<bool, 256> kPlain = MakePlain();
 
 bool IsPlain(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), [](char c) { return ClassOf(c).isPlain; });
+    return std::all_of(text.begin(), text.end(),
+                       [](char c) { return kPlain[static_cast<unsigned char>(c)]; });
 }
 
-/// Writes in place into room for the longest outcome: recording a value is mostly this loop.
-void AppendEscaped(std::string& out, std::string_view text) {
-    const std::size_t start = out.size();
-    out.resize(start + text.size() * kReferenceBytes);
-    char* end = out.data() + start;
+/// Recording a value that is full of markup is mostly this loop.
+char* WriteEscaped(char* out, std::string_view text) {
     for (char character : text) {
-        const char* reference = ClassOf(character).reference;
+        const char* reference = kReferences[static_cast<unsigned char>(character)];
         if (reference)
-            end = std::copy_n(reference, kReferenceBytes, end);
+            out = std::copy_n(reference, StringUtils::kLongestReferenceBytes, out);
         else
-            *end++ = character;
+            *out++ = character;
     }
-    out.resize(static_cast<std::size_t>(end - out.data()));
+    return out;
 }
 
 std::string WellFormed(std::string_view text) {
@@ -99,7 +94,8 @@ std::string StringUtils::FormatString(const char* format, ...) {
 
 std::string StringUtils::Hash(const void* a, unsigned long aLength, const void* b,
                               unsigned long bLength) {
-    if (!a || !b)
+    // A digest crashes once libcrypto has shut down, which comes before some exit handlers.
+    if (!a || !b || !OPENSSL_init_crypto(0, nullptr))
         return std::string();
     const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(),
                                                                           &EVP_MD_CTX_free);
@@ -138,28 +134,26 @@ void StringUtils::ReleaseCFStrVec(std::vector<CFStringRef>& strings) {
 }
 
 std::string StringUtils::ConformXMLString(const char* text) {
-    std::string out;
-    AppendConformXMLString(out, text);
+    if (!text || !*text)
+        return kNoValue;
+    std::string out(std::strlen(text) * kLongestReferenceBytes, '\0');
+    const char* end = WriteConformXMLString(out.data(), text);
+    out.resize(static_cast<std::size_t>(end - out.data()));
     return out;
 }
 
-void StringUtils::AppendConformXMLString(std::string& out, const char* text) {
-    if (!text || !*text) {
-        out.append(kNoValue);
-        return;
-    }
-    const std::string_view bytes(text);
-    if (IsPlain(bytes))
-        out.append(bytes);
-    else if (utf8::is_valid(bytes.begin(), bytes.end()))
-        AppendEscaped(out, bytes);
-    else
-        AppendEscaped(out, WellFormed(bytes));
+char* StringUtils::WriteConformXMLString(char* out, std::string_view text) {
+    if (IsPlain(text))
+        return std::copy(text.begin(), text.end(), out);
+    if (utf8::is_valid(text.begin(), text.end()))
+        return WriteEscaped(out, text);
+    return WriteEscaped(out, WellFormed(text));
 }
 
 void StringUtils::EscapeXML(std::string& text) {
-    std::string escaped;
-    AppendEscaped(escaped, text);
+    std::string escaped(text.size() * kLongestReferenceBytes, '\0');
+    const char* end = WriteEscaped(escaped.data(), text);
+    escaped.resize(static_cast<std::size_t>(end - escaped.data()));
     text.swap(escaped);
 }
 

@@ -40,7 +40,10 @@ public:
     /// The text as an XML attribute value: ill-formed UTF-8 replaced by U+FFFD, the characters
     /// & < > " ' \ written as references, "NOVALUE" for a null or empty text.
     static std::string ConformXMLString(const char* text);
-    static void AppendConformXMLString(std::string& out, const char* text);
+    /// Writes the same into room for kLongestReferenceBytes times the text; returns its end. The
+    /// text is neither null nor empty.
+    static char* WriteConformXMLString(char* out, std::string_view text);
+    static constexpr std::size_t kLongestReferenceBytes = 5;
 
     /// The replacement step of ConformXMLString on well-formed text, in place.
     static void EscapeXML(std::string& text);

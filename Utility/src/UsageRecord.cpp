@@ -2,7 +2,9 @@
 
 #include "Utility/src/StringUtils.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
@@ -15,40 +17,61 @@ constexpr char kRootStart[] = "\n<UsageDoc version=\"";
 constexpr char kDocumentVersion[] = "0.5.4";
 constexpr char kRootStartEnd[] = "\">\n";
 constexpr char kRootEnd[] = "</UsageDoc>\n";
-constexpr char kRecordEnd[] = "\" />\n";
 
-constexpr std::string_view kStartSession = "<StartSession id=\"";
-constexpr std::string_view kEndSession = "<EndSession id=\"";
-constexpr std::string_view kSplitSession = "<SplitSession id=\"";
-constexpr std::string_view kResumeSession = "<ResumeSession id=\"";
+/// Enough for the literal pieces, the numbers and the time of any record.
+constexpr std::size_t kFixedBytes = 512;
 
-template <class Number>
-void AppendNumber(std::string& out, Number number) {
-    char digits[std::numeric_limits<Number>::digits10 + 3];
-    out.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+/// A caller's text as it stands in a record, before escaping.
+std::string_view TextOf(const char* text) {
+    return text && *text ? std::string_view(text) : std::string_view(kNoValue);
 }
 
-void AppendEscaped(std::string& out, std::string_view opening, const char* text) {
-    out.append(opening);
-    StringUtils::AppendConformXMLString(out, text);
-}
+/// Writes the pieces of one record behind a text. Room for the longest outcome is made first, so
+/// that each piece is a plain copy: a record costs the host little more than storing it.
+class Writer {
+public:
+    Writer(std::string& out, std::size_t textBytes) : m_out(out) {
+        const std::size_t start = out.size();
+        out.resize(start + kFixedBytes + textBytes);
+        m_end = out.data() + start;
+    }
+    ~Writer() { m_out.resize(static_cast<std::size_t>(m_end - m_out.data())); }
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
 
-void AppendVerbatim(std::string& out, std::string_view opening, const std::string& text) {
-    out.append(opening).append(text);
-}
+    template <std::size_t Size>
+    Writer& Literal(const char (&text)[Size]) {
+        std::memcpy(m_end, text, Size - 1);
+        m_end += Size - 1;
+        return *this;
+    }
+    Writer& Verbatim(std::string_view text) {
+        m_end = std::copy(text.begin(), text.end(), m_end);
+        return *this;
+    }
+    Writer& Escaped(std::string_view text) {
+        m_end = StringUtils::WriteConformXMLString(m_end, text);
+        return *this;
+    }
+    template <class Value>
+    Writer& Number(Value value) {
+        m_end = std::to_chars(m_end, m_end + std::numeric_limits<Value>::digits10 + 3, value).ptr;
+        return *this;
+    }
+    Writer& TimeAndEnd(std::string_view time, std::uint32_t seq) {
+        return Literal("\" time=\"").Verbatim(time).End(seq);
+    }
+    Writer& End(std::uint32_t seq) { return Literal("\" seq=\"").Number(seq).Literal("\" />\n"); }
 
-void AppendSequence(std::string& out, std::uint32_t seq) {
-    out.append("\" seq=\"");
-    AppendNumber(out, seq);
-    out.append(kRecordEnd);
-}
+private:
+    std::string& m_out;
+    char* m_end;
+};
 
-/// The shape that the records at both ends of a file share.
-void AppendBoundary(std::string& out, std::string_view opening, const std::string& id,
-                    const std::string& time, std::uint32_t seq) {
-    AppendVerbatim(out, opening, id);
-    AppendVerbatim(out, "\" time=\"", time);
-    AppendSequence(out, seq);
+/// Room that texts may need when every character of theirs is escaped.
+template <class... Texts>
+std::size_t EscapedBytes(const Texts&... texts) {
+    return (texts.size() + ...) * StringUtils::kLongestReferenceBytes;
 }
 
 } // namespace
@@ -63,70 +86,113 @@ void AppendRootEnd(std::string& out) {
 
 void AppendStartSession(std::string& out, const std::string& id, const std::string& time,
                         std::uint32_t seq) {
-    AppendBoundary(out, kStartSession, id, time, seq);
+    Writer(out, id.size() + time.size())
+        .Literal("<StartSession id=\"")
+        .Verbatim(id)
+        .TimeAndEnd(time, seq);
 }
 
 void AppendEndSession(std::string& out, const std::string& id, const std::string& time,
                       std::uint32_t seq) {
-    AppendBoundary(out, kEndSession, id, time, seq);
+    Writer(out, id.size() + time.size())
+        .Literal("<EndSession id=\"")
+        .Verbatim(id)
+        .TimeAndEnd(time, seq);
 }
 
 void AppendSplitSession(std::string& out, const std::string& id, const std::string& time,
                         std::uint32_t seq) {
-    AppendBoundary(out, kSplitSession, id, time, seq);
+    Writer(out, id.size() + time.size())
+        .Literal("<SplitSession id=\"")
+        .Verbatim(id)
+        .TimeAndEnd(time, seq);
 }
 
 void AppendResumeSession(std::string& out, const Resumption& session, const std::string& time,
                          std::uint32_t seq) {
-    AppendVerbatim(out, kResumeSession, session.sessionId);
-    AppendVerbatim(out, "\" ProductFamily=\"", session.family);
-    AppendVerbatim(out, "\" ProductName=\"", session.name);
-    AppendVerbatim(out, "\" ProductVersion=\"", session.version);
-    AppendVerbatim(out, "\" ProductBuild=\"", session.build);
-    AppendVerbatim(out, "\" ProductLanguage=\"", session.language);
-    AppendVerbatim(out, "\" SessionStartTime=\"", session.startTime);
-    AppendVerbatim(out, "\" User=\"", session.user);
-    AppendVerbatim(out, "\" time=\"", time);
-    AppendSequence(out, seq);
+    const std::size_t bytes = session.sessionId.size() + session.family.size() +
+                              session.name.size() + session.version.size() + session.build.size() +
+                              session.language.size() + session.startTime.size() +
+                              session.user.size() + time.size();
+    Writer(out, bytes)
+        .Literal("<ResumeSession id=\"")
+        .Verbatim(session.sessionId)
+        .Literal("\" ProductFamily=\"")
+        .Verbatim(session.family)
+        .Literal("\" ProductName=\"")
+        .Verbatim(session.name)
+        .Literal("\" ProductVersion=\"")
+        .Verbatim(session.version)
+        .Literal("\" ProductBuild=\"")
+        .Verbatim(session.build)
+        .Literal("\" ProductLanguage=\"")
+        .Verbatim(session.language)
+        .Literal("\" SessionStartTime=\"")
+        .Verbatim(session.startTime)
+        .Literal("\" User=\"")
+        .Verbatim(session.user)
+        .TimeAndEnd(time, seq);
 }
 
 void AppendDataRec(std::string& out, const std::string& time, int group, const char* name,
                    const char* data, std::uint32_t seq) {
-    AppendVerbatim(out, "<DataRec time=\"", time);
-    out.append("\" group=\"");
-    AppendNumber(out, group);
-    AppendEscaped(out, "\" name=\"", name);
-    AppendEscaped(out, "\" data=\"", data);
-    AppendSequence(out, seq);
+    const std::string_view nameText = TextOf(name), dataText = TextOf(data);
+    Writer(out, time.size() + EscapedBytes(nameText, dataText))
+        .Literal("<DataRec time=\"")
+        .Verbatim(time)
+        .Literal("\" group=\"")
+        .Number(group)
+        .Literal("\" name=\"")
+        .Escaped(nameText)
+        .Literal("\" data=\"")
+        .Escaped(dataText)
+        .End(seq);
 }
 
 void AppendEventRec(std::string& out, const Subject& event, const std::string& time,
                     std::uint32_t seq) {
-    AppendEscaped(out, "<EventRec doc=\"", event.document);
-    AppendEscaped(out, "\" category=\"", event.category);
-    AppendEscaped(out, "\" subcategory=\"", event.subcategory);
-    AppendEscaped(out, "\" name=\"", event.name);
-    AppendVerbatim(out, "\" time=\"", time);
-    AppendSequence(out, seq);
+    const std::string_view document = TextOf(event.document), category = TextOf(event.category),
+                           subcategory = TextOf(event.subcategory), name = TextOf(event.name);
+    Writer(out, time.size() + EscapedBytes(document, category, subcategory, name))
+        .Literal("<EventRec doc=\"")
+        .Escaped(document)
+        .Literal("\" category=\"")
+        .Escaped(category)
+        .Literal("\" subcategory=\"")
+        .Escaped(subcategory)
+        .Literal("\" name=\"")
+        .Escaped(name)
+        .TimeAndEnd(time, seq);
 }
 
 void AppendNewGroup(std::string& out, const Subject& subject, const std::string& time, int group,
                     std::uint32_t seq) {
-    AppendEscaped(out, "<NewGroup category=\"", subject.category);
-    AppendEscaped(out, "\" subcategory=\"", subject.subcategory);
-    AppendEscaped(out, "\" name=\"", subject.name);
-    AppendVerbatim(out, "\" time=\"", time);
-    out.append("\" group=\"");
-    AppendNumber(out, group);
-    AppendEscaped(out, "\" doc=\"", subject.document);
-    AppendSequence(out, seq);
+    const std::string_view document = TextOf(subject.document), name = TextOf(subject.name),
+                           category = TextOf(subject.category),
+                           subcategory = TextOf(subject.subcategory);
+    Writer(out, time.size() + EscapedBytes(document, category, subcategory, name))
+        .Literal("<NewGroup category=\"")
+        .Escaped(category)
+        .Literal("\" subcategory=\"")
+        .Escaped(subcategory)
+        .Literal("\" name=\"")
+        .Escaped(name)
+        .Literal("\" time=\"")
+        .Verbatim(time)
+        .Literal("\" group=\"")
+        .Number(group)
+        .Literal("\" doc=\"")
+        .Escaped(document)
+        .End(seq);
 }
 
 void AppendNewDoc(std::string& out, const char* document, const std::string& time,
                   std::uint32_t seq) {
-    AppendEscaped(out, "<NewDoc doc=\"", document);
-    AppendVerbatim(out, "\" time=\"", time);
-    AppendSequence(out, seq);
+    const std::string_view text = TextOf(document);
+    Writer(out, time.size() + EscapedBytes(text))
+        .Literal("<NewDoc doc=\"")
+        .Escaped(text)
+        .TimeAndEnd(time, seq);
 }
 
 } // namespace UsageRecord
