@@ -39,14 +39,18 @@ bool CanNameFile(const std::string& domain) {
     return !domain.empty() && domain.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
 }
 
+/// The machine keeps its name while a program runs. Never destroyed, for the host's exit handlers.
+const std::string& ThisMachine() {
+    static const std::string& name = *new std::string(MachineName("/etc/machine-id"));
+    return name;
+}
+
 std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRef host) {
     const std::string folder = ConfigHome();
     if (folder.empty())
         return std::nullopt;
     std::string path = folder + kFolder;
-    path += host == kCFPreferencesCurrentHost
-                ? "ByHost/" + domain + "." + MachineName("/etc/machine-id")
-                : domain;
+    path += host == kCFPreferencesCurrentHost ? "ByHost/" + domain + "." + ThisMachine() : domain;
     path += kExtension;
     return PreferencePaths{{path}, path};
 }
