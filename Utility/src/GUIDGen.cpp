@@ -16,7 +16,8 @@ std::string GUIDGen::GetUsageUserGUID(bool readOnly) {
         readOnly)
         return guid;
     guid = GuidGen();
-    PreferenceUtil::SetPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
-                                       kCFPreferencesCurrentHost);
+    if (!guid.empty())
+        PreferenceUtil::SetPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
+                                           kCFPreferencesCurrentHost);
     return guid;
 }

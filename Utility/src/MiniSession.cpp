@@ -61,7 +61,7 @@ int MiniSession::WriteHeader() {
 }
 
 void MiniSession::GenerateFilePath() {
-    if (m_isNamed)
+    if (m_isNamed || m_path.empty()) // the root must not take the place of a missing folder
         return;
     const std::string name =
         UsageFileNames::CommonName(m_productFamily, m_productName, m_userId, m_sessionId);

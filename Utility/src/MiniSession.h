@@ -21,7 +21,7 @@ public:
     int Write(const char* text);
     /// Writes the marker of an obfuscated file. Always 0.
     int WriteHeader();
-    /// Turns the folder into the file's path, once.
+    /// Turns the folder into the file's path, once; without a folder there is none.
     void GenerateFilePath();
 
     /// Each writes one record with the result of Write; NewGroup returns the new group's id.

@@ -35,8 +35,9 @@ public:
     /// Always true; does nothing.
     static bool SaveTransporterExePath();
 
-    /// Starts the agent, which finds finished documents by itself. False for an empty document
-    /// path, and when the agent could not be started. Logs the agent's path.
+    /// Starts the agent, which finds finished documents by itself, and logs its path. False for an
+    /// empty document path, and when the agent could not be started. Where there is no agent the
+    /// shell is given an empty command, which succeeds: ask AgentExists first.
     static bool UploadLog(const std::string& documentPath);
 
     /// Bundle path that the host named; lives until the process ends.
