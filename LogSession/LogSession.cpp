@@ -34,13 +34,17 @@ int CountOf(int oldValue, int newValue) {
 
 } // namespace
 
+LogSession::LogSession(const ProductTexts& product)
+    : m_productFamily(product.family), m_productName(product.name),
+      m_productVersion(product.version), m_productBuild(product.build),
+      m_productLanguage(product.language) {}
+
 LogSession::LogSession(const char* family, const char* name, const char* version, const char* build,
                        const char* language)
-    : m_productFamily(family), m_productName(name), m_productVersion(version),
-      m_productBuild(build), m_productLanguage(language) {
+    : LogSession(ProductTexts{family, name, version, build, language}) {
     InitLogFolder();
-    GetUserId();
     m_enabled = HasEnoughSpace(m_logFolder);
+    GetUserId();
     m_obfuscate = LogSessionUtils::UsageObfuscateFlag();
     m_startDay = TimeUtils::GetDayOfMonth();
     m_sessionId = GUIDGen::GuidGen();
@@ -137,6 +141,13 @@ void LogSession::CountBytes(unsigned long length) {
     m_bytesInFile += static_cast<std::uint32_t>(length);
     if (m_bytesInFile >= kSplitThresholdBytes)
         SplitLog();
+}
+
+void LogSession::ForgetLongRecord() {
+    if (m_record.capacity() > kSplitThresholdBytes)
+        std::string().swap(m_record);
+    if (m_obfuscated.capacity() > kSplitThresholdBytes)
+        std::string().swap(m_obfuscated);
 }
 
 void LogSession::CloseFile() {

@@ -87,6 +87,12 @@ public:
     void EndSession();
 
 private:
+    struct ProductTexts {
+        const char *family, *name, *version, *build, *language;
+    };
+    /// A session that has done nothing yet. From here on the destructor runs whatever happens.
+    explicit LogSession(const ProductTexts& product);
+
     const std::string& SetCurrentPath(const char* extension);
     bool OpenCurrentFile();
     void WriteText(std::string_view text);
@@ -94,6 +100,7 @@ private:
     /// number: composing may run out of memory.
     template <class Append>
     void Compose(Append append) {
+        ForgetLongRecord();
         m_record.clear();
         append(m_record);
         if (m_obfuscate)
@@ -103,8 +110,10 @@ private:
     /// Writes the composed record, counts it, and splits at the threshold.
     void AddRecord();
     void CountBytes(unsigned long length);
+    /// Gives back what an extraordinarily long record took.
+    void ForgetLongRecord();
     int NewStandardGroup(const char* name);
-    void MoveToFinalName();
+    void BeginNextFile();
 
     bool m_enabled = false;
     std::int32_t m_startDay = 0;

@@ -23,8 +23,15 @@ void LogSession::SplitLog() {
     WriteText(m_record);
     if (!m_enabled) // the failed write has handed the file off
         return;
+    // Once the file is complete, running out of memory must not leave it open to further records,
+    // nor begin the next one without a head.
+    m_enabled = false;
     CloseFile();
     TransferFile();
+    BeginNextFile();
+}
+
+void LogSession::BeginNextFile() {
     Compose([this](std::string& record) {
         UsageRecord::AppendHead(record);
         UsageRecord::AppendResumeSession(record,
@@ -33,6 +40,7 @@ void LogSession::SplitLog() {
                                           m_startTime, GetUserId()},
                                          m_clock.Now(), m_sequence);
     });
+    m_enabled = true;
     WriteText(m_record);
 }
 
@@ -42,17 +50,13 @@ void LogSession::TransferFile() {
         FileSystemUtils::DeleteFiles(m_logFolder, kEveryDocument, false);
         return;
     }
-    MoveToFinalName();
+    const std::string inProgress = std::exchange(m_currentPath, std::string());
+    const bool hasFolder = FileSystemUtils::IsDirectory(m_logFolder);
+    if (hasFolder)
+        FileSystemUtils::RenameFile(inProgress, GetTransLogFileName());
     ++m_fileIndex;
     m_bytesInFile = 0;
-}
-
-void LogSession::MoveToFinalName() {
-    const std::string inProgress = std::exchange(m_currentPath, std::string());
-    if (!FileSystemUtils::IsDirectory(m_logFolder))
-        return;
-    FileSystemUtils::RenameFile(inProgress, GetTransLogFileName());
-    if (LogSessionUtils::UsageSendFlag())
+    if (hasFolder && LogSessionUtils::UsageSendFlag())
         LogTransUtils::UploadLog(m_currentPath);
 }
 

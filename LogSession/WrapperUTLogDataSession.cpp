@@ -109,6 +109,30 @@ void RecordOptIn(LogSession* session) {
         AddToGroup(session, group, kOptInDate, date.c_str());
 }
 
+/// Ends the life of a session when it goes, however closing the document went, and clears the
+/// host's variable.
+class SessionEnd {
+public:
+    explicit SessionEnd(LogSession** session) : m_session(session) {}
+    ~SessionEnd() {
+        LogSessionManager::GetInstance()->Remove(*m_session);
+        delete *m_session;
+        *m_session = nullptr;
+    }
+    SessionEnd(const SessionEnd&) = delete;
+    SessionEnd& operator=(const SessionEnd&) = delete;
+
+private:
+    LogSession** m_session;
+};
+
+void CloseDocument(LogSession* session) {
+    LogDebug("UTCloseSession has valid session", __LINE__);
+    RecordOptIn(session);
+    LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+    session->EndSession();
+}
+
 } // namespace
 
 bool UTInitialize_Called() {
@@ -168,13 +192,10 @@ int WRAPPERUTCloseSession(LogSession** session) {
     LogInfo("UTCloseSession", __LINE__);
     if (!session || !LogSessionManager::GetInstance()->ValidateSession(*session))
         return 1;
-    LogDebug("UTCloseSession has valid session", __LINE__);
-    RecordOptIn(*session);
-    LogDebug("UTCloseSession Before EndSession: ", __LINE__);
-    (*session)->EndSession();
-    LogSessionManager::GetInstance()->Remove(*session);
-    delete *session;
-    *session = nullptr;
+    {
+        const SessionEnd end(session);
+        CloseDocument(*session);
+    }
     LogDebug("UTCloseSession Success: ", __LINE__);
     return 0;
 }

@@ -13,6 +13,9 @@
 
 namespace Platform {
 
+/// How deep a stored value may be nested, itself and the root dictionary included.
+inline constexpr int kMaximumPropertyListDepth = 64;
+
 /// A stored value that this system neither reads nor changes: a date, data, a boolean and the
 /// like. It is carried so that a rewrite puts back what another program stored.
 struct OpaqueValue;

@@ -8,9 +8,8 @@
 
 namespace Platform {
 
-/// What a property-list file may be to be read at all. The depth counts values, the root included.
+/// What a property-list file may be to be read at all.
 constexpr std::size_t kMaximumPropertyListBytes = std::size_t{16} * 1024 * 1024;
-constexpr int kMaximumPropertyListDepth = 64;
 
 /// Reads a property list in its XML or binary form. Nothing, without logging, when the bytes are
 /// none, hold text that is not UTF-8, or exceed the limits.

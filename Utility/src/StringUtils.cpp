@@ -2,6 +2,7 @@
 
 #include "Platform/TextFormat.h"
 
+#include <boost/algorithm/string/replace.hpp>
 #include <boost/tokenizer.hpp>
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
@@ -74,10 +75,16 @@ char* WriteEscaped(char* out, std::string_view text) {
     return out;
 }
 
-std::string WellFormed(std::string_view text) {
-    std::string repaired;
-    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(repaired));
-    return repaired;
+constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
+constexpr std::string_view kNoncharacters[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
+
+/// Whether the text may stand in a document as it is, but for characters to escape.
+bool IsDocumentText(std::string_view text) {
+    return utf8::is_valid(text.begin(), text.end()) &&
+           std::none_of(std::begin(kNoncharacters), std::end(kNoncharacters),
+                        [text](std::string_view noncharacter) {
+                            return text.find(noncharacter) != std::string_view::npos;
+                        });
 }
 
 } // namespace
@@ -133,6 +140,14 @@ void StringUtils::ReleaseCFStrVec(std::vector<CFStringRef>& strings) {
     strings.clear();
 }
 
+std::string StringUtils::AsDocumentText(std::string_view text) {
+    std::string repaired;
+    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(repaired));
+    for (std::string_view noncharacter : kNoncharacters)
+        boost::algorithm::replace_all(repaired, noncharacter, kReplacementCharacter);
+    return repaired;
+}
+
 std::string StringUtils::ConformXMLString(const char* text) {
     if (!text || !*text)
         return kNoValue;
@@ -145,9 +160,9 @@ std::string StringUtils::ConformXMLString(const char* text) {
 char* StringUtils::WriteConformXMLString(char* out, std::string_view text) {
     if (IsPlain(text))
         return std::copy(text.begin(), text.end(), out);
-    if (utf8::is_valid(text.begin(), text.end()))
+    if (IsDocumentText(text))
         return WriteEscaped(out, text);
-    return WriteEscaped(out, WellFormed(text));
+    return WriteEscaped(out, AsDocumentText(text));
 }
 
 void StringUtils::EscapeXML(std::string& text) {

@@ -37,8 +37,12 @@ public:
                                            std::vector<CFStringRef>& strings);
     static void ReleaseCFStrVec(std::vector<CFStringRef>& strings);
 
-    /// The text as an XML attribute value: ill-formed UTF-8 replaced by U+FFFD, the characters
-    /// & < > " ' \ written as references, "NOVALUE" for a null or empty text.
+    /// The text with U+FFFD in place of ill-formed UTF-8 and of U+FFFE and U+FFFF, which no XML
+    /// document may hold.
+    static std::string AsDocumentText(std::string_view text);
+
+    /// The text as an XML attribute value: as AsDocumentText, the characters & < > " ' \ written
+    /// as references, "NOVALUE" for a null or empty text.
     static std::string ConformXMLString(const char* text);
     /// Writes the same into room for kLongestReferenceBytes times the text; returns its end. The
     /// text is neither null nor empty.

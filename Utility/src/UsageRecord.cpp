@@ -6,7 +6,9 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
+#include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace UsageRecord {
 
@@ -68,10 +70,18 @@ private:
     char* m_end;
 };
 
-/// Room that texts may need when every character of theirs is escaped.
+/// Room that texts may need when every character of theirs is escaped. Throws when there is no
+/// such number.
 template <class... Texts>
 std::size_t EscapedBytes(const Texts&... texts) {
-    return (texts.size() + ...) * StringUtils::kLongestReferenceBytes;
+    std::size_t left = std::string().max_size() / StringUtils::kLongestReferenceBytes / 2;
+    const std::size_t all = left;
+    for (const std::size_t size : {texts.size()...}) {
+        if (size > left)
+            throw std::length_error("record");
+        left -= size;
+    }
+    return (all - left) * StringUtils::kLongestReferenceBytes;
 }
 
 } // namespace
@@ -110,28 +120,15 @@ void AppendSplitSession(std::string& out, const std::string& id, const std::stri
 
 void AppendResumeSession(std::string& out, const Resumption& session, const std::string& time,
                          std::uint32_t seq) {
-    const std::size_t bytes = session.sessionId.size() + session.family.size() +
-                              session.name.size() + session.version.size() + session.build.size() +
-                              session.language.size() + session.startTime.size() +
-                              session.user.size() + time.size();
-    Writer(out, bytes)
-        .Literal("<ResumeSession id=\"")
-        .Verbatim(session.sessionId)
-        .Literal("\" ProductFamily=\"")
-        .Verbatim(session.family)
-        .Literal("\" ProductName=\"")
-        .Verbatim(session.name)
-        .Literal("\" ProductVersion=\"")
-        .Verbatim(session.version)
-        .Literal("\" ProductBuild=\"")
-        .Verbatim(session.build)
-        .Literal("\" ProductLanguage=\"")
-        .Verbatim(session.language)
-        .Literal("\" SessionStartTime=\"")
-        .Verbatim(session.startTime)
-        .Literal("\" User=\"")
-        .Verbatim(session.user)
-        .TimeAndEnd(time, seq);
+    const std::pair<const char*, const std::string&> attributes[] = {
+        {"<ResumeSession id=\"", session.sessionId},   {"\" ProductFamily=\"", session.family},
+        {"\" ProductName=\"", session.name},           {"\" ProductVersion=\"", session.version},
+        {"\" ProductBuild=\"", session.build},         {"\" ProductLanguage=\"", session.language},
+        {"\" SessionStartTime=\"", session.startTime}, {"\" User=\"", session.user},
+    };
+    for (const auto& [opening, text] : attributes)
+        out.append(opening).append(StringUtils::AsDocumentText(text));
+    Writer(out, time.size()).TimeAndEnd(time, seq);
 }
 
 void AppendDataRec(std::string& out, const std::string& time, int group, const char* name,

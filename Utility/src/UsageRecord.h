@@ -4,7 +4,8 @@
 #include <string>
 
 /// Composes the text of usage documents. Every function appends to `out`; texts of callers are
-/// escaped, and null ones become "NOVALUE". Times are UTC texts; ids are GUIDs.
+/// escaped, and null ones become "NOVALUE". Times are UTC texts; ids are GUIDs. Throws when there
+/// is no memory for a record.
 namespace UsageRecord {
 
 /// The four texts that name a group or an event.

@@ -25,6 +25,10 @@ public:
     KeyPath(const KeyPath&) = delete;
     KeyPath& operator=(const KeyPath&) = delete;
 
+    /// False when no value so deep can be stored. Building the dictionaries on the way to it could
+    /// take more of the caller's stack than there is.
+    bool CanBeStored() const { return below.size() + 1 < Platform::kMaximumPropertyListDepth; }
+
     bool IsValid() const {
         return !m_keys.empty() && std::find(m_keys.begin(), m_keys.end(), nullptr) == m_keys.end();
     }
@@ -89,7 +93,7 @@ bool Preference::SetValue(const std::string& path, const std::string& value) con
 
 bool Preference::SetValueHelper(const std::string& path, const PropertyList* value) const {
     const KeyPath keys(path);
-    if (!IsUsable() || !keys.IsValid() || !value)
+    if (!IsUsable() || !keys.IsValid() || !keys.CanBeStored() || !value)
         return false;
     if (keys.below.empty())
         return WriteTopLevel(keys.Top(), value);
