@@ -14,7 +14,8 @@ constexpr char kPathSeparator[] = "/";
 /// The components of a key path as platform strings: the top-level key, and those below it.
 class KeyPath {
 public:
-    explicit KeyPath(const std::string& path) {
+    /// Delegates, so that the keys are released also when memory runs out half-way.
+    explicit KeyPath(const std::string& path) : KeyPath() {
         std::vector<std::string> parts;
         StringUtils::SplitStr(path, parts, kPathSeparator);
         StringUtils::ConvertStdStrVecToCFStrVec(parts, m_keys);
@@ -37,6 +38,8 @@ public:
     PropertyListTreeOpt::Keys below;
 
 private:
+    KeyPath() = default;
+
     std::vector<CFStringRef> m_keys;
 };
 
