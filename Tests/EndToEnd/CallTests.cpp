@@ -1,0 +1,253 @@
+#include "LogSession/UTLogData.h"
+#include "Tests/EndToEnd/EndToEndTest.h"
+
+using namespace testing;
+
+namespace {
+
+using CallTest = EndToEndTest;
+
+const std::string kLong(600, 'x');
+
+std::string Error(const std::string& type, const std::string& group, const std::string& value) {
+    return "NewGroup|Vistra|NOVALUE|ValidationErrors|" + group + "|0\nDataRec|" + group +
+           "|ErrorType|VS_INVALID_" + type + "\nDataRec|" + group + "|Value|" + value + "\n";
+}
+
+struct CallCase {
+    std::string calls, records, logged = "UTCloseSession Success: ";
+};
+
+const CallCase kCases[] = {
+    {"UTAddToSession s Key V\\", "DataRec|1|Key|V\\\n"},
+    {"UTAddToSession s 9lives \"\"", "DataRec|1|VS_9lives|NOVALUE\n"},
+    {"UTAddToSession s \"Größe <1>\" NULL", "DataRec|1|Gr____e__1_|NOVALUE\n"},
+    {"UTAddToSession s K \"a\xff <z='&\\\">\xc3\"", "DataRec|1|K|a\uFFFD <z='&\">\uFFFD\n"},
+    {"UTAddToSession s K " + kLong,
+     Error("STRING", "3", kLong) + "DataRec|1|K|" + kLong.substr(88) + "\n"},
+    {"UTAddToSession s 1" + kLong + " V",
+     Error("STRING", "3", "1" + kLong) + "DataRec|1|VS_1" + kLong.substr(476) + "|V\n"},
+    {"UTAddToSession s NULL V", "", "VerifyString pcKey: VS_STR_NULL"},
+    {"UTAddToSession s \"\" V", Error("STRING", "3", "NOVALUE"),
+     "VerifyString pcKey: VS_STR_EMPTY"},
+    {"UTLogEvent s NULL NULL NULL NULL 0", "EventRec|0|NOVALUE|NOVALUE|NOVALUE\n"},
+    {"UTLogEvent s \"2 a\" \"\" .b NULL 7", "EventRec|0|2 a|NOVALUE|.b\n"},
+    {"UTLogEvent s C " + kLong + " E NULL 0",
+     Error("STRING", "3", kLong) + "EventRec|0|C|" + kLong.substr(472) + "|E\n"},
+    {"UTLogEvent s C S E abc -1", "", "VerifyDocIdBuffer: "},
+    {"UTNewDataGroup s 2nd Sub \"my group\" g NULL 0\nUTAddToGroup s g K NULL\nUTAddToGroup s 0 K "
+     "V",
+     "NewGroup|VS_2nd|Sub|my_group|3|0\nDataRec|3|K|NOVALUE\nDataRec|0|K|V\n"},
+    {"UTNewDataGroup s C NULL NULL g NULL 0\nUTAddToGroup s g K V",
+     "NewGroup|Vistra|NOVALUE|ValidationErrors|3|0\n" + Error("GROUPID", "4", "3"),
+     "AddToGroup VerifyGroupId: -1"},
+    {"UTNewDataGroup s \"\" S G g NULL 0", Error("STRING", "3", "NOVALUE"),
+     "VerifyString pcCategory: VS_STR_EMPTY"},
+    {"UTNewDataGroup s C S G g abc -1\nUTNewDataGroup s C S G NULL NULL 0", "",
+     "VerifyDocIdBuffer: "},
+};
+
+TEST_F(CallTest, WritesWhatCanBeUsedAndReportsTheRest) {
+    for (const CallCase& given : kCases) {
+        SCOPED_TRACE(given.calls);
+        m_host.Play(kOpen + given.calls + "\n" + kClose);
+        EXPECT_EQ(Briefs(ReadSession(Files()), 9, 5), given.records);
+        EXPECT_THAT(m_host.Log(), Contains("DEBUG " + given.logged));
+        ClearFolder();
+        std::filesystem::remove(m_account.DiagnosticLog());
+    }
+}
+
+TEST_F(CallTest, NamesADocumentByAHashOfItsOwnForEachUser) {
+    std::string hashes[2];
+    for (std::string& hash : hashes) {
+        const Sandbox account;
+        HostBundle(account).Play(kOpen +
+                                 "UTLogEvent s C S E abc 3\nUTLogEvent s C S E abc 10\n"
+                                 "UTLogEvent s C S E abcd 3\nUTLogEvent s C S E abcd 4\n"
+                                 "UTLogEvent s C S E abc 0\n" +
+                                 kClose);
+        const auto records =
+            ReadSession({account.LogFolder() + "/" + NamesIn(account.LogFolder())[0]});
+        hash = records[9]["doc"];
+        EXPECT_TRUE(records[10]["doc"] == hash && records[11]["doc"] == hash);
+        EXPECT_TRUE(records[12]["doc"] != hash && records[13]["doc"] != hash);
+        EXPECT_THAT(hash + records[13]["doc"], MatchesRegex("[0-9]{14}"));
+    }
+    EXPECT_NE(hashes[0], hashes[1]);
+}
+
+TEST_F(CallTest, WithoutALiveSessionDoesNothing) {
+    const std::string calls = "UTGetOptIn\nUTOptInGet NULL\nUTCloseSession s\n" + kOpen +
+                              "copy t s\n" + kClose + kClose +
+                              "UTCloseSession F\nUTCloseSession t\nUTCloseSession "
+                              "NULL\nUTStartSession NULL a b c d e\nUTAddToSession NULL K V\n"
+                              "UTAddToSession F K V\nUTLogEvent t C S E NULL 0\nUTNewDataGroup t C "
+                              "S G g NULL 0\nUTAddToGroup F 1 K V\n";
+    EXPECT_EQ(m_host.Play(calls), "-1\n-1\ns=NULL\ns=open\ns=NULL\ns=NULL\nF=open\nt=open\n"
+                                  "NULL=NULL\nNULL=NULL\ng=-1\n");
+    EXPECT_EQ(ReadSession(Files()).size(), 14U);
+}
+
+TEST_F(CallTest, DemographicAnswersFitTheBufferOrAreCut) {
+    const std::pair<std::string, std::string> answers[] = {
+        {"Age NULL 0", " 10"},
+        {"Age 10 10", "forty-two. 10"},
+        {"Age 12 12", "forty-two.## 10"},
+        {"Age 4 4", "for. 4"},
+        {"Age 1 1", ". 1"},
+        {"Age 2 0", ".# 0"},
+        {"Age 2 NULL", "## 0"},
+        {"None 3 3", "### 3"},
+        {"None 2 0", ".# 0"},
+        {"NULL 2 2", "## 2"},
+        {std::string(64, 'k') + " 9 9", "NOVALUE.# 8"}};
+    std::string calls = "UTSetDemographic Age forty-two\nUTSetDemographic " + std::string(70, 'k') +
+                        " NULL\n",
+                expected;
+    for (const auto& [call, answer] : answers) {
+        calls += "UTGetDemographic " + call + "\n";
+        expected += answer + "\n";
+    }
+    EXPECT_EQ(m_host.Play(calls), expected);
+}
+
+TEST_F(CallTest, DemographicAnswersBelongToProducts) {
+    const std::string set = "UTSetNonDefaultDemographic ", get = "UTGetNonDefaultDemographic ";
+    EXPECT_EQ(m_host.Play(set + "key A own\n" + set + "a/b//c A sub\n" + set + "\"\" A none\n" +
+                          get + "a/b/c A 4 4\n" + get + "NULL A 5 5\nUTGetDemographic A 5 5\n" +
+                          kOpen + kClose +
+                          "UTOptInSet other 0\nUTOptInGet other\nUTSetOptIn -1\nUTOptInGet key\n" +
+                          get + "key A 4 4\n" + get + "a/b A 4 4\n"),
+              "sub. 4\nnone. 5\nnone. 5\ns=open\ns=NULL\n0\n-1\n#### 4\n#### 4\n");
+    EXPECT_THAT(Briefs(ReadSession(Files())), HasSubstr("DataRec|2|A|own\n"));
+}
+
+/// Every call, with "%" for each text.
+std::vector<std::string> Calls() {
+    std::istringstream in(
+        "UTInitialize % 0 %;UTStartSession t % % % % %;UTAddToSession s % %;UTLogEvent s % % % % "
+        "2097152;"
+        "UTNewDataGroup s % % % g % 2097152;UTAddToGroup s 1 % %;UTCloseSession t;UTGetOptIn ;"
+        "UTSetOptIn 1;UTOptInGet %;UTOptInSet % 1;UTGetDemographic % 9 9;UTSetDemographic % %;"
+        "UTGetNonDefaultDemographic % % 9 9;UTSetNonDefaultDemographic % % "
+        "%;UTSetSerializationState 2;");
+    std::vector<std::string> calls;
+    for (std::string call; std::getline(in, call, ';');)
+        calls.push_back(call);
+    return calls;
+}
+
+/// A call with one text in place of its `index`th "%" and "ok" in place of the others.
+std::string Filled(const std::string& call, const std::string& text, int index) {
+    std::string filled;
+    for (const char c : call)
+        filled += c != '%' ? std::string(1, c) : index-- == 0 ? text : "ok";
+    return filled + "\n";
+}
+
+TEST_F(CallTest, HostileTextsNeitherCrashNorTearTheDocument) {
+    std::string calls = kOpen;
+    for (const std::string text : {"NULL", "\"\"", "../../x", "\"\xff\xfe\xc3(\xed\xa0\x80\"",
+                                   "\"<a b='&amp;'>]]>\\\"\\\\\"", "long"})
+        for (const std::string& call : Calls())
+            for (int i = 0; i < std::ranges::count(call, '%'); ++i)
+                calls += Filled(call, text == "long" ? std::string(1'100'000, '<') : text, i) +
+                         kInitialize + "UTCloseSession t\n";
+    m_host.Play(calls + "UTSetOptIn 1\nUTAddToSession s Last V\n" + kClose);
+    const std::string briefs = Briefs(ReadSession(Files()), 0, 5);
+    EXPECT_THAT(briefs, EndsWith("\nDataRec|1|Last|V\n"));
+    EXPECT_THAT(briefs, HasSubstr("DataRec|1|ok|<a b='&amp;'>]]>\"\\\n"));
+}
+
+TEST_F(CallTest, AnAllocationFailureEndsTheCallIsLoggedAndTearsNothing) {
+    std::string calls = kOpen, failures, expected;
+    for (const std::string& call : Calls()) {
+        const std::string name = call.substr(0, call.find(' '));
+        calls += "failing 1 " + Filled(call, "", -1) + "UTOptInGet key\n";
+        expected += "DEBUG Exception occurs for " +
+                    (name == "UTAddToGroup" ? name : "WRAPPER" + name) + "()";
+    }
+    m_host.Play(calls + kClose);
+    for (const std::string& message : m_host.Log())
+        failures += message.starts_with("DEBUG Exception") ? message : "";
+    EXPECT_EQ(failures, expected);
+    ClearFolder();
+    calls = kOpen;
+    for (int nth = 1; nth < 60; ++nth)
+        for (const std::string& call : Calls())
+            calls +=
+                "failing " + std::to_string(nth) + " " + Filled(call, std::string(100, '<'), 0);
+    m_host.Play(calls + kInitialize + "UTSetOptIn 1\n" + kClose);
+    EXPECT_GT(ReadSession(Files()).size(), 100U);
+}
+
+TEST_F(CallTest, AFailedWriteDeletesTheFileAndEndsRecording) {
+    Prefer("send", 0);
+    std::filesystem::remove(m_host.Folder() + "/VSLog.config");
+    EXPECT_EQ(m_host.Play(kOpen + "repeat 300 UTAddToSession s Key " + std::string(400, 'x') +
+                              "\nUTNewDataGroup s C S G g NULL 0\nUTAddToGroup s g K V\n" + kClose,
+                          "trap '' XFSZ; ulimit -f 60;"),
+              "s=open\ng=-1\ns=NULL\n");
+    EXPECT_THAT(Files(), IsEmpty());
+}
+
+TEST_F(CallTest, IsOneWriteForARecordAndAProcessForTheAgentOnly) {
+    if (std::system("strace -o /dev/null true 2>/dev/null") != 0)
+        GTEST_SKIP() << "strace cannot run";
+    m_host.Play(kOpen + "repeat 50 UTAddToSession s K V\n" + kClose,
+                "ASAN_OPTIONS=detect_leaks=0 strace -f -y -qq -o trace -e trace=%desc,%process -e "
+                "signal=none");
+    std::string onTheFile, programs, expected = "write "; // the marker
+    for (std::size_t i = 0; i < ReadSession(Files()).size(); ++i)
+        expected += "write ";
+    for (const std::string& line : LinesOf(m_account.Root() + "/trace")) {
+        const std::string call = line.substr(0, line.find('('));
+        if (line.find(".tmp>") != std::string::npos)
+            onTheFile += call.substr(call.rfind(' ') + 1) + " ";
+        if (call.ends_with(" execve"))
+            programs += line.substr(line.find('"'), line.find('[') - line.find('"'));
+    }
+    EXPECT_EQ(onTheFile.substr(onTheFile.find("write")), expected + "flock close ");
+    const std::string agent = '"' + m_host.AgentBundle() + "/Contents/MacOS/LogTransport2\", ";
+    EXPECT_EQ(programs, "\"Host.app/Contents/MacOS/Host\", " + agent + agent);
+}
+
+TEST_F(CallTest, IsAllThatTheLibraryExports) {
+    const std::string list = m_account.Root() + "/symbols";
+    ASSERT_EQ(std::system(("nm -D --defined-only -j '" LOG_SESSION "' >" + list).c_str()), 0);
+    std::vector<std::string> names;
+    for (const std::string& call : Calls())
+        names.push_back(call.substr(0, call.find(' ')));
+    EXPECT_THAT(LinesOf(list), UnorderedElementsAreArray(names));
+}
+
+TEST_F(CallTest, MayComeFromEightThreadsOnSessionsOfTheirOwnAndASharedOne) {
+    UTInitialize("key", 0, (m_host.Folder() + "/Contents/MacOS").c_str());
+    UTSetOptIn(1);
+    LogSession* shared = nullptr;
+    UTStartSession(&shared, "Suite", "Editor", "1", nullptr, nullptr);
+    const auto work = [&](const char* name) {
+        LogSession* own = nullptr;
+        UTStartSession(&own, "Own", name, "1", nullptr, nullptr);
+        int group = -1;
+        UTNewDataGroup(shared, "Threads", nullptr, "Group", &group, nullptr, 0);
+        for (int i = 0; i < 50; ++i) {
+            UTAddToSession(own, "Key", "value");
+            UTAddToGroup(shared, group, "Key", "value");
+        }
+        UTCloseSession(&own);
+    };
+    {
+        std::vector<std::jthread> threads;
+        for (const char* name : {"1", "2", "3", "4", "5", "6", "7", "8"})
+            threads.emplace_back(work, name);
+    }
+    UTCloseSession(&shared);
+    EXPECT_EQ(ReadSession(Files()).size(), 14U + 8 * 51);
+    ASSERT_EQ(Files("ulog_Own_").size(), 8U);
+    for (const std::string& path : Files("ulog_Own_"))
+        EXPECT_EQ(ReadSession({path}).size(), 14U + 50);
+}
+
+} // namespace

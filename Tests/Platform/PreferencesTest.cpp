@@ -1,0 +1,272 @@
+#include "Platform/Preferences.h"
+
+#include "Platform/Linux/PreferenceFile.h"
+#include "Platform/Linux/PreferencePaths.h"
+#include "Tests/Support/Sandbox.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using Platform::PropertyList;
+using Condition = Platform::PreferenceState::Condition;
+
+namespace {
+
+class Preferences : public testing::Test {
+protected:
+    std::optional<PropertyList> Get(const std::string& key) const {
+        const Platform::String name{key};
+        return Platform::CopyPreferenceValue(&name, &m_domain, m_user, m_host);
+    }
+    bool Set(const std::string& key, const PropertyList& value) const {
+        const Platform::String name{key};
+        return Platform::SetPreferenceValue(&name, &value, &m_domain, m_user, m_host);
+    }
+    bool Remove(const std::string& key) const {
+        const Platform::String name{key};
+        return Platform::SetPreferenceValue(&name, nullptr, &m_domain, m_user, m_host);
+    }
+    bool Synchronize() const { return Platform::SynchronizePreferences(&m_domain, m_user, m_host); }
+    std::string Folder() const { return m_sandbox.Home() + "/.config/preferences"; }
+    std::string File() const { return Folder() + "/test.domain.plist"; }
+    /// A file that only a privileged user would be let into tells nothing.
+    static bool IsPrivileged() { return ::geteuid() == 0; }
+
+    Sandbox m_sandbox;
+    Platform::String m_domain{"test.domain"};
+    CFStringRef m_user = kCFPreferencesCurrentUser;
+    CFStringRef m_host = kCFPreferencesAnyHost;
+};
+
+std::string FileWith(const std::string& key, const std::string& value) {
+    return "<plist version=\"1.0\"><dict><key>" + key + "</key>" + value + "</dict></plist>";
+}
+
+/// Waits until the file's next change is sure to show in its time stamps.
+void LetSettle() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(80));
+}
+
+mode_t PermissionsOf(const std::string& path) {
+    struct stat status = {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777;
+}
+
+} // namespace
+
+TEST_F(Preferences, ValuesAreSetReplacedAndRemoved) {
+    EXPECT_FALSE(Get("a"));
+    EXPECT_TRUE(Synchronize());
+    EXPECT_TRUE(Remove("a"));
+    EXPECT_EQ(NamesIn(m_sandbox.Home()), std::vector<std::string>()) << "nothing to remove";
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    EXPECT_TRUE(Set("b", PropertyList(std::string("x"))));
+    EXPECT_TRUE(Set("a", PropertyList(2)));
+    EXPECT_EQ(Get("a"), PropertyList(2));
+    EXPECT_TRUE(Remove("a"));
+    EXPECT_FALSE(Get("a"));
+    EXPECT_EQ(Get("b"), PropertyList(std::string("x")));
+}
+
+TEST_F(Preferences, BadArgumentsAreRefused) {
+    const Platform::String key{"a"};
+    const PropertyList value(1);
+    const auto set = [&](CFStringRef name, CFStringRef domain, CFStringRef user, CFStringRef host) {
+        return Platform::SetPreferenceValue(name, &value, domain, user, host);
+    };
+    EXPECT_FALSE(set(nullptr, &m_domain, m_user, m_host));
+    EXPECT_FALSE(set(&key, nullptr, m_user, m_host));
+    EXPECT_FALSE(set(&key, &m_domain, nullptr, m_host));
+    EXPECT_FALSE(set(&key, &m_domain, m_user, nullptr));
+    EXPECT_FALSE(set(&key, &m_domain, m_host, m_user));
+    for (const std::string& domain : {std::string(), std::string("a/b"), std::string("a\0b", 3)}) {
+        const Platform::String bad{domain};
+        EXPECT_FALSE(set(&key, &bad, m_user, m_host));
+        EXPECT_FALSE(Platform::SynchronizePreferences(&bad, m_user, m_host));
+    }
+    EXPECT_FALSE(Set("a", PropertyList(std::string("\xFF"))));
+    EXPECT_FALSE(fs::exists(File()));
+}
+
+TEST_F(Preferences, FilesArePrivateAndFoldersTakeTheirParentsPermissions) {
+    ::chmod(m_sandbox.Home().c_str(), 0750);
+    const mode_t mask = ::umask(077);
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    ::umask(mask);
+    EXPECT_EQ(PermissionsOf(Folder()), 0750u);
+    EXPECT_EQ(PermissionsOf(File()), 0600u);
+    ::chmod(File().c_str(), 0640);
+    EXPECT_TRUE(Set("a", PropertyList(2)));
+    EXPECT_EQ(PermissionsOf(File()), 0640u);
+    EXPECT_EQ(NamesIn(Folder()),
+              (std::vector<std::string>{"test.domain.plist", "test.domain.plist.lock"}));
+}
+
+TEST_F(Preferences, HostScopeAndUserScopeNameTheFile) {
+    m_host = kCFPreferencesCurrentHost;
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    const std::string name = "test.domain." + Platform::MachineName("/etc/machine-id") + ".plist";
+    EXPECT_TRUE(fs::exists(Folder() + "/ByHost/" + name));
+    m_sandbox.SetVariable("XDG_CONFIG_HOME", m_sandbox.Root() + "/config/");
+    EXPECT_FALSE(Get("a"));
+    m_sandbox.SetVariable("XDG_CONFIG_HOME", "not/absolute");
+    EXPECT_EQ(Get("a"), PropertyList(1));
+
+    const std::string idFile = m_sandbox.Root() + "/machine-id";
+    const std::string hostName = Platform::MachineName(m_sandbox.Root() + "/missing");
+    EXPECT_FALSE(hostName.empty());
+    for (const char* none : {"", "\n", "uninitialized\n"}) {
+        WriteText(idFile, none);
+        EXPECT_EQ(Platform::MachineName(idFile), hostName);
+    }
+    WriteText(idFile, "0123abcd\n");
+    EXPECT_EQ(Platform::MachineName(idFile), "0123abcd");
+}
+
+TEST_F(Preferences, SharedValuesComeFromTheFirstFolderThatHasThem) {
+    const std::string first = m_sandbox.Root() + "/first", second = m_sandbox.Root() + "/second";
+    const std::string name = "/preferences/test.domain.plist";
+    m_sandbox.SetVariable("XDG_CONFIG_DIRS", "relative:" + first + ":" + second);
+    m_user = kCFPreferencesAnyUser;
+    WriteText(second + name, FileWith("a", "<integer>2</integer>"));
+    EXPECT_EQ(Get("a"), PropertyList(2));
+    EXPECT_TRUE(Set("b", PropertyList(3)));
+    EXPECT_TRUE(fs::exists(first + name));
+    EXPECT_EQ(Get("a"), PropertyList(2)) << "still there when the first folder has a file";
+    EXPECT_EQ(ReadText(second + name), FileWith("a", "<integer>2</integer>"));
+    m_host = kCFPreferencesCurrentHost;
+    EXPECT_EQ(Get("b"), PropertyList(3));
+}
+
+TEST_F(Preferences, SystemFolderIsSearchedLastUnlessListed) {
+    const auto folders = [&](const char* variable) {
+        m_sandbox.SetVariable("XDG_CONFIG_DIRS", variable);
+        return *Platform::FindPreferences(&m_domain, kCFPreferencesAnyUser, m_host);
+    };
+    const std::string name = "/preferences/test.domain.plist";
+    using List = std::vector<std::string>;
+    EXPECT_EQ(folders("/one/:x").search, (List{"/one" + name, "/etc/xdg" + name}));
+    EXPECT_EQ(folders("/etc/xdg:/one").search, (List{"/etc/xdg" + name, "/one" + name}));
+    EXPECT_EQ(folders("").search, List{"/etc/xdg" + name});
+    EXPECT_EQ(folders("/one:/two").target, "/one" + name);
+}
+
+TEST_F(Preferences, WhatOthersStoredSurvivesAWrite) {
+    WriteText(File(), FileWith("when", "<date>2020-01-02T03:04:05Z</date><key>big</key>"
+                                       "<integer>18446744073709551615</integer>"));
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    const std::string written = ReadText(File());
+    EXPECT_NE(written.find("<date>2020-01-02T03:04:05Z</date>"), std::string::npos);
+    EXPECT_NE(written.find("<integer>18446744073709551615</integer>"), std::string::npos);
+}
+
+TEST_F(Preferences, UnchangedFileIsNotParsedAgainAndAChangedOneIs) {
+    WriteText(File(), FileWith("a", "<integer>1</integer>"));
+    LetSettle();
+    const CFPropertyListRef values = Platform::ReadPreferenceFile(File()).values;
+    EXPECT_EQ(Platform::ReadPreferenceFile(File()).values, values);
+    WriteText(File(), FileWith("a", "<integer>2</integer>"));
+    EXPECT_EQ(Get("a"), PropertyList(2)) << "changed in place, to the same size";
+    WriteText(File(), FileWith("a", "<integer>3</integer>"));
+    EXPECT_EQ(Get("a"), PropertyList(3)) << "changed twice within a tick of the clock";
+    fs::remove(File());
+    EXPECT_FALSE(Get("a"));
+}
+
+TEST_F(Preferences, ValueThatIsThereIsNotWrittenAgain) {
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    struct stat before = {}, after = {};
+    ::stat(File().c_str(), &before);
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    EXPECT_TRUE(Remove("b"));
+    ::stat(File().c_str(), &after);
+    EXPECT_EQ(after.st_ino, before.st_ino);
+}
+
+TEST_F(Preferences, FileThatCannotBeParsedCountsAsEmptyAndIsKept) {
+    for (const std::string& content :
+         {std::string("garbage"), std::string("<plist><array/></plist>"),
+          std::string(17 << 20, ' ')}) {
+        WriteText(File(), content);
+        EXPECT_FALSE(Get("a"));
+        EXPECT_TRUE(Synchronize());
+        EXPECT_FALSE(fs::exists(File() + ".corrupt")) << "only a write keeps it";
+        EXPECT_TRUE(Set("a", PropertyList(1)));
+        EXPECT_EQ(Get("a"), PropertyList(1));
+        EXPECT_TRUE(ReadText(File() + ".corrupt") == content);
+        fs::remove(File() + ".corrupt");
+    }
+}
+
+TEST_F(Preferences, UnreadableFileFailsReadsAndRefusesWrites) {
+    fs::create_directories(File());
+    EXPECT_FALSE(Synchronize());
+    EXPECT_FALSE(Get("a"));
+    EXPECT_FALSE(Set("a", PropertyList(1)));
+    EXPECT_TRUE(fs::is_directory(File()));
+    fs::remove(File());
+    ASSERT_EQ(::mkfifo(File().c_str(), 0600), 0);
+    EXPECT_FALSE(Synchronize());
+    EXPECT_FALSE(Set("a", PropertyList(1)));
+    fs::remove(File());
+    WriteText(File(), FileWith("a", "<integer>2</integer>"));
+    ::chmod(File().c_str(), 0);
+    EXPECT_EQ(Set("a", PropertyList(1)), IsPrivileged());
+    EXPECT_EQ(Synchronize(), IsPrivileged());
+}
+
+TEST_F(Preferences, FailedWriteLeavesTheOldFileAndNothingElse) {
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    const std::string before = ReadText(File());
+    EXPECT_FALSE(Set("b", PropertyList(std::string("\xFF"))));
+    fs::create_directories(File() + ".new/occupied");
+    EXPECT_FALSE(Set("b", PropertyList(2)));
+    EXPECT_EQ(ReadText(File()), before);
+    fs::remove_all(File() + ".new");
+    WriteText(File() + ".new", "left by a killed writer");
+    EXPECT_TRUE(Set("b", PropertyList(2)));
+    EXPECT_EQ(Get("a"), PropertyList(1));
+    EXPECT_FALSE(fs::exists(File() + ".new"));
+}
+
+TEST_F(Preferences, ProcessesWritingAtOnceLoseNoKey) {
+    constexpr int kWriters = 4, kKeys = 12;
+    for (int writer = 0; writer < kWriters; ++writer)
+        if (::fork() == 0) {
+            bool stored = true;
+            for (int key = 0; key < kKeys; ++key)
+                stored =
+                    Set(std::to_string(writer) + "." + std::to_string(key), PropertyList(key)) &&
+                    stored;
+            ::_exit(stored ? 0 : 1);
+        }
+    for (int writer = 0; writer < kWriters; ++writer) {
+        int status = -1;
+        ::wait(&status);
+        EXPECT_EQ(status, 0);
+    }
+    const auto values = Platform::ReadPreferenceFile(File()).values;
+    EXPECT_EQ(values->AsDictionary()->size(), std::size_t{kWriters * kKeys});
+}
+
+TEST_F(Preferences, WaitingForAnotherWriterEnds) {
+    EXPECT_TRUE(Set("a", PropertyList(1)));
+    const int lock = ::open((File() + ".lock").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(Set("a", PropertyList(2)));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(Get("a"), PropertyList(1)) << "readers do not wait";
+    ::close(lock);
+    EXPECT_TRUE(Set("a", PropertyList(2)));
+}

@@ -1,0 +1,65 @@
+#include "Tests/Support/Sandbox.h"
+#include "Utility/src/Converters.h"
+#include "Utility/src/Encryption.h"
+#include "Utility/src/StringUtils.h"
+#include "Utility/src/TimeUtils.h"
+
+#include <gmock/gmock.h>
+#include <openssl/crypto.h>
+
+#include <climits>
+
+static std::string HashOf(const std::string& a, const std::string& b) {
+    return StringUtils::Hash(a.data(), a.size(), b.data(), b.size());
+}
+
+TEST(Text, IsSplitTrimmedLoweredAndFormatted) {
+    std::vector<std::string> parts = {"old"};
+    StringUtils::SplitStr("/a b//c,/", parts, "/,");
+    EXPECT_THAT(parts, testing::ElementsAre("a b", "c"));
+    EXPECT_EQ(StringUtils::Trim("  a b  ", " ") + StringUtils::Trim("   ", " "), "a b");
+    std::string text = "\xC3\x84 MiXed 9";
+    EXPECT_EQ(toLower(text), "\xC3\x84 mixed 9");
+    EXPECT_EQ(Converters::NumberToString(INT_MIN), "-2147483648");
+    EXPECT_EQ(Converters::LongToHex(255, 4) + Converters::LongToHex(0, 0), "00FF");
+    const char* notUtf8 = "\xFF";
+    EXPECT_EQ(StringUtils::FormatString("%03d", 7) + StringUtils::FormatString(notUtf8, 7), "007");
+}
+
+TEST(Text, HashIsSevenDigitsOfBothInputsAndEmptyAtTheVeryEnd) {
+    EXPECT_EQ(HashOf("", ""), "2907308");
+    EXPECT_EQ(HashOf("The quick brown fox ", "jumps over the lazy dog"), "8657532");
+    EXPECT_EQ(StringUtils::Hash(nullptr, 0, "b", 1) + StringUtils::Hash("a", 1, nullptr, 0), "");
+    EXPECT_EXIT((OPENSSL_cleanup(), std::_Exit(HashOf("a", "b").empty() ? 0 : 1)),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(Text, ObfuscationChangesPrintableCharactersOnlyAndUndoesItself) {
+    for (int byte = 0; byte < 256; ++byte) {
+        const char plain = static_cast<char>(byte);
+        EXPECT_EQ(Encryption::Rot47(plain) != plain, byte >= 33 && byte <= 126) << byte;
+        EXPECT_EQ(Encryption::Rot47(Encryption::Rot47(plain)), plain) << byte;
+    }
+    std::string text = "<?xml \xC3\xA4\n";
+    Encryption::Rot47(text);
+    EXPECT_EQ(text, "knI>= \xC3\xA4\n");
+}
+
+TEST(Text, BecomesAnAttributeValue) {
+    const std::pair<const char*, const char*> kCases[] = {
+        {nullptr, "NOVALUE"},
+        {"", "NOVALUE"},
+        {"\x01\xC3\xA9<b & \"'>\\&#38;", "\x01\xC3\xA9&#60;b &#38; &#34;&#39;&#62;&#92;&#38;#38;"},
+        {"\xE2&x\xC0\xAF", "\xEF\xBF\xBD&#38;x\xEF\xBF\xBD"},
+        {"\xF0\x9F\x98", "\xEF\xBF\xBD"}};
+    for (const auto& [text, value] : kCases)
+        EXPECT_EQ(StringUtils::ConformXMLString(text), value);
+}
+
+TEST(Text, TimeIsUniversalWhateverTheZone) {
+    Sandbox sandbox;
+    sandbox.SetVariable("TZ", "XYZ-14");
+    std::tm time = {};
+    EXPECT_EQ(*::strptime(TimeUtils::CalcTime().c_str(), "%Y-%m-%dT%H:%M:%SZ", &time), '\0');
+    EXPECT_NEAR(std::difftime(std::time(nullptr), ::timegm(&time)), 0, 60);
+}
