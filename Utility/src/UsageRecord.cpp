@@ -84,6 +84,13 @@ std::size_t EscapedBytes(const Texts&... texts) {
     return (all - left) * StringUtils::kLongestReferenceBytes;
 }
 
+/// The shape that the records at both ends of a file share.
+template <std::size_t Size>
+void AppendBoundary(std::string& out, const char (&opening)[Size], const std::string& id,
+                    const std::string& time, std::uint32_t seq) {
+    Writer(out, id.size() + time.size()).Literal(opening).Verbatim(id).TimeAndEnd(time, seq);
+}
+
 } // namespace
 
 void AppendHead(std::string& out) {
@@ -96,26 +103,17 @@ void AppendRootEnd(std::string& out) {
 
 void AppendStartSession(std::string& out, const std::string& id, const std::string& time,
                         std::uint32_t seq) {
-    Writer(out, id.size() + time.size())
-        .Literal("<StartSession id=\"")
-        .Verbatim(id)
-        .TimeAndEnd(time, seq);
+    AppendBoundary(out, "<StartSession id=\"", id, time, seq);
 }
 
 void AppendEndSession(std::string& out, const std::string& id, const std::string& time,
                       std::uint32_t seq) {
-    Writer(out, id.size() + time.size())
-        .Literal("<EndSession id=\"")
-        .Verbatim(id)
-        .TimeAndEnd(time, seq);
+    AppendBoundary(out, "<EndSession id=\"", id, time, seq);
 }
 
 void AppendSplitSession(std::string& out, const std::string& id, const std::string& time,
                         std::uint32_t seq) {
-    Writer(out, id.size() + time.size())
-        .Literal("<SplitSession id=\"")
-        .Verbatim(id)
-        .TimeAndEnd(time, seq);
+    AppendBoundary(out, "<SplitSession id=\"", id, time, seq);
 }
 
 void AppendResumeSession(std::string& out, const Resumption& session, const std::string& time,

@@ -22,3 +22,13 @@ CommonMacUtils::MACTYPE CommonMacUtils::GetType(const Platform::PropertyList* ob
 bool CommonMacUtils::CheckTypeMatch(const Platform::PropertyList* object, int kind) {
     return object && kind < kOther && GetType(object) == kind;
 }
+
+bool CommonMacUtils::AppendStringPairs(const Platform::PropertyList* object,
+                                       std::vector<std::pair<std::string, std::string>>& out) {
+    if (!object || !object->AsDictionary())
+        return false;
+    for (const auto& [key, value] : *object->AsDictionary())
+        if (value.AsString())
+            out.emplace_back(key, *value.AsString());
+    return true;
+}

@@ -2,7 +2,11 @@
 
 #include "Platform/PropertyList.h"
 
-/// Type tests on property-list objects.
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Type tests on property-list objects, and what follows from them.
 class CommonMacUtils {
 public:
     enum MACTYPE { kDictionary = 0, kString = 1, kNumber = 2, kArray = 3, kOther = 4 };
@@ -12,4 +16,9 @@ public:
 
     /// True only for an object of exactly that kind; kOther and above are never matched.
     static bool CheckTypeMatch(const Platform::PropertyList* object, int kind);
+
+    /// Appends the pairs of a dictionary whose values are strings, by key. False, with nothing
+    /// appended, for null and for anything but a dictionary.
+    static bool AppendStringPairs(const Platform::PropertyList* object,
+                                  std::vector<std::pair<std::string, std::string>>& out);
 };

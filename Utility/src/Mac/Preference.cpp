@@ -1,5 +1,6 @@
 #include "Utility/src/Mac/Preference.h"
 
+#include "Utility/src/Mac/CommonMacUtils.h"
 #include "Utility/src/Mac/PropertyListTreeOpt.h"
 #include "Utility/src/StringUtils.h"
 
@@ -127,11 +128,5 @@ bool Preference::EnumSubKeyAndVals(const std::string& path,
 
 bool Preference::EnumSubKeyAndValsHelper(
     const std::string& path, std::vector<std::pair<std::string, std::string>>& out) const {
-    const CFPropertyListRef node = CopyNode(path);
-    if (!node || !node->AsDictionary())
-        return false;
-    for (const auto& [key, value] : *node->AsDictionary())
-        if (value.AsString())
-            out.emplace_back(key, *value.AsString());
-    return true;
+    return CommonMacUtils::AppendStringPairs(CopyNode(path).get(), out);
 }

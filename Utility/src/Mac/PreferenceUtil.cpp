@@ -1,5 +1,6 @@
 #include "Utility/src/Mac/PreferenceUtil.h"
 
+#include "Utility/src/Mac/CommonMacUtils.h"
 #include "Utility/src/Mac/PlatformText.h"
 
 using Platform::PropertyList;
@@ -162,10 +163,5 @@ bool PreferenceUtil::EnumerateSubKeys(const std::string& key, const std::string&
                                       std::vector<std::pair<std::string, std::string>>& out,
                                       CFStringRef user, CFStringRef host) {
     const std::optional<PropertyList> value = GetDictionary(key, domain, user, host);
-    if (!value || !value->AsDictionary())
-        return false;
-    for (const auto& [subKey, entry] : *value->AsDictionary())
-        if (entry.AsString())
-            out.emplace_back(subKey, *entry.AsString());
-    return true;
+    return CommonMacUtils::AppendStringPairs(value ? &*value : nullptr, out);
 }
