@@ -15,10 +15,13 @@
 #include <cstring>
 #include <iterator>
 #include <memory>
+#include <stdexcept>
 
 namespace {
 
 constexpr std::size_t kHashDigits = 7;
+
+constexpr std::size_t kLongestReferenceBytes = 5;
 
 /// The reference that stands for a character in a document; null for one that stands for itself.
 constexpr const char* ReferenceFor(unsigned char character) {
@@ -58,17 +61,12 @@ constexpr std::array<const char*, 256> kReferences = MakeReferences();
 /// ASCII that stands for itself.
 constexpr std::array<bool, 256> kPlain = MakePlain();
 
-bool IsPlain(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return kPlain[static_cast<unsigned char>(c)]; });
-}
-
 /// Recording a value that is full of markup is mostly this loop.
 char* WriteEscaped(char* out, std::string_view text) {
     for (char character : text) {
         const char* reference = kReferences[static_cast<unsigned char>(character)];
         if (reference)
-            out = std::copy_n(reference, StringUtils::kLongestReferenceBytes, out);
+            out = std::copy_n(reference, kLongestReferenceBytes, out);
         else
             *out++ = character;
     }
@@ -151,22 +149,32 @@ std::string StringUtils::AsDocumentText(std::string_view text) {
 std::string StringUtils::ConformXMLString(const char* text) {
     if (!text || !*text)
         return kNoValue;
-    std::string out(std::strlen(text) * kLongestReferenceBytes, '\0');
+    std::string out(EscapedRoom(std::strlen(text)), '\0');
     const char* end = WriteConformXMLString(out.data(), text);
     out.resize(static_cast<std::size_t>(end - out.data()));
     return out;
 }
 
+std::size_t StringUtils::EscapedRoom(std::size_t textBytes) {
+    // A record holds several texts, and their sum must not wrap around either.
+    if (textBytes > std::string().max_size() / 8 / kLongestReferenceBytes)
+        throw std::length_error("text");
+    return textBytes * kLongestReferenceBytes;
+}
+
 char* StringUtils::WriteConformXMLString(char* out, std::string_view text) {
-    if (IsPlain(text))
-        return std::copy(text.begin(), text.end(), out);
-    if (IsDocumentText(text))
-        return WriteEscaped(out, text);
-    return WriteEscaped(out, AsDocumentText(text));
+    char* end = out;
+    for (char character : text) {
+        if (!kPlain[static_cast<unsigned char>(character)])
+            return IsDocumentText(text) ? WriteEscaped(out, text)
+                                        : WriteEscaped(out, AsDocumentText(text));
+        *end++ = character;
+    }
+    return end;
 }
 
 void StringUtils::EscapeXML(std::string& text) {
-    std::string escaped(text.size() * kLongestReferenceBytes, '\0');
+    std::string escaped(EscapedRoom(text.size()), '\0');
     const char* end = WriteEscaped(escaped.data(), text);
     escaped.resize(static_cast<std::size_t>(end - escaped.data()));
     text.swap(escaped);

@@ -44,10 +44,12 @@ public:
     /// The text as an XML attribute value: as AsDocumentText, the characters & < > " ' \ written
     /// as references, "NOVALUE" for a null or empty text.
     static std::string ConformXMLString(const char* text);
-    /// Writes the same into room for kLongestReferenceBytes times the text; returns its end. The
-    /// text is neither null nor empty.
+    /// Writes the same into room for EscapedRoom bytes; returns its end. The text is neither null
+    /// nor empty.
     static char* WriteConformXMLString(char* out, std::string_view text);
-    static constexpr std::size_t kLongestReferenceBytes = 5;
+    /// Bytes that a text may need when every character of it is escaped. Throws when there is no
+    /// memory of that size.
+    static std::size_t EscapedRoom(std::size_t textBytes);
 
     /// The replacement step of ConformXMLString on well-formed text, in place.
     static void EscapeXML(std::string& text);

@@ -6,7 +6,6 @@
 #include <charconv>
 #include <cstring>
 #include <limits>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -21,7 +20,7 @@ constexpr char kRootStartEnd[] = "\">\n";
 constexpr char kRootEnd[] = "</UsageDoc>\n";
 
 /// Enough for the literal pieces, the numbers and the time of any record.
-constexpr std::size_t kFixedBytes = 512;
+constexpr std::size_t kFixedBytes = 256;
 
 /// A caller's text as it stands in a record, before escaping.
 std::string_view TextOf(const char* text) {
@@ -70,18 +69,10 @@ private:
     char* m_end;
 };
 
-/// Room that texts may need when every character of theirs is escaped. Throws when there is no
-/// such number.
+/// Room that texts may need when every character of theirs is escaped.
 template <class... Texts>
 std::size_t EscapedBytes(const Texts&... texts) {
-    std::size_t left = std::string().max_size() / StringUtils::kLongestReferenceBytes / 2;
-    const std::size_t all = left;
-    for (const std::size_t size : {texts.size()...}) {
-        if (size > left)
-            throw std::length_error("record");
-        left -= size;
-    }
-    return (all - left) * StringUtils::kLongestReferenceBytes;
+    return (StringUtils::EscapedRoom(texts.size()) + ...);
 }
 
 /// The shape that the records at both ends of a file share.
