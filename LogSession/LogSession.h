@@ -2,7 +2,6 @@
 
 #include "Utility/src/Mac/FileProxy.h"
 #include "Utility/src/TimeUtils.h"
-#include "Utility/src/UsageRecord.h"
 
 #include <cstdint>
 #include <string>

@@ -3,6 +3,7 @@
 #include "Utility/src/DemographicNode.h"
 #include "Utility/src/LogSessionUtils.h"
 #include "Utility/src/RecordNames.h"
+#include "Utility/src/UsageRecord.h"
 
 #include <utility>
 #include <vector>

@@ -4,6 +4,7 @@
 #include "Utility/src/LogSessionUtils.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/LogTransUtilsMac.h"
+#include "Utility/src/UsageRecord.h"
 
 #include <utility>
 

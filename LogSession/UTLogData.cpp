@@ -10,10 +10,10 @@ namespace {
 constexpr char kSourceUnit[] = "LogSession/UTLogData";
 
 /// Logging may run out of memory, as what it reports may have.
-void LogException(const char* message, long line) noexcept {
+void LogException(const char* message, long line) {
     try {
         WRAPPERLAYER::logger->LogDebug(message, kSourceUnit, line);
-    } catch (...) {
+    } catch (const Platform::Exception&) {
         return;
     }
 }

@@ -29,6 +29,8 @@
 #ifndef VISTRA_UTLOGDATA_H
 #define VISTRA_UTLOGDATA_H
 
+#include <stddef.h>
+
 #if defined(__GNUC__)
 #define UT_EXPORT __attribute__((visibility("default")))
 #else
@@ -48,7 +50,7 @@ typedef struct LogSession LogSession;
  * anything else; a later accepted call replaces what an earlier one set.
  *
  * pcUsagekey: required, at most 64 bytes, no backslash. When it is refused nothing changes.
- * crashDetection: bit 0 set makes open sessions leave a marker file, which a close removes.
+ * crashDetection: bit 0 asks for crash detection. This version stores it, without effect.
  * pcAgentFolder: the folder that holds the agent "LogTransport2.app"; NULL for the place inside
  * the host's own bundle.
  */

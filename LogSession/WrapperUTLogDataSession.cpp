@@ -3,7 +3,7 @@
 #include "LogSession/LogSessionManager.h"
 #include "LogSession/OptInPolicy.h"
 #include "LogSession/WrapperUTLogDataLog.h"
-#include "Utility/src/Converters.h"
+#include "Utility/src/ConfigVocabulary.h"
 #include "Utility/src/LogSessionUtils.h"
 #include "Utility/src/Mac/LogTransUtilsMac.h"
 #include "Utility/src/RecordNames.h"
@@ -16,9 +16,6 @@ Mutex* const gApiMutex = GarbageCollection::CreateGlobalObj<Mutex>();
 Logger* const logger = Logger::GetLogger(kLoggerName);
 
 namespace {
-
-/// Names this library's status in the agent's configuration.
-constexpr char kConfigPrefix[] = "ulog";
 
 struct ProductTexts {
     std::string family, name, version, build, language;
@@ -42,7 +39,8 @@ bool VerifyProduct(ProductTexts& product, const char* pcAppFamily, const char* p
 
 /// Every gate but consent; the first that refuses is logged.
 bool PassesGates(const char* pcAppFamily, const char* pcAppName) {
-    if (LogDataValidator::VerifyConfigStatus(kConfigPrefix, pcAppFamily, pcAppName) != kAccepted) {
+    if (LogDataValidator::VerifyConfigStatus(ConfigVocabulary::kUlogSection, pcAppFamily,
+                                             pcAppName) != kAccepted) {
         LogDebug("VerifyConfigStatus failure", __LINE__);
         return false;
     }
@@ -183,7 +181,7 @@ int WRAPPERUTStartSession(LogSession** out, const char* pcAppFamily, const char*
     }
     RefreshOptInDocument(product);
     if (!consent)
-        LogDebug("OptInPolicy: ", __LINE__, Converters::NumberToString(int{consent}));
+        LogDebug("OptInPolicy: 0", __LINE__);
     return consent ? 0 : 1;
 }
 

@@ -9,8 +9,8 @@ namespace Platform {
 /// logging, when it could not be started.
 bool LaunchItem(const std::string& path);
 
-/// Runs a command line in the system's shell and waits for it. Returns its exit status, or -1
-/// when the shell could not be run or was ended by a signal.
+/// Runs a command line in the system's shell, detached like a launched item, and waits for it.
+/// Returns its exit status, or -1 when the shell could not be run or was ended by a signal.
 int RunShellCommand(const std::string& command);
 
 } // namespace Platform

@@ -5,6 +5,8 @@ target_compile_options(VistraCompiler INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wthread-safety>
   $<$<BOOL:${VISTRA_WARNINGS_AS_ERRORS}>:-Werror>)
+# Large files and late dates also where `long` has 32 bits.
+target_compile_definitions(VistraCompiler INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 target_include_directories(VistraCompiler INTERFACE ${PROJECT_SOURCE_DIR})
 
 if(VISTRA_SANITIZE)

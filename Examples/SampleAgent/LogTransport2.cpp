@@ -8,6 +8,7 @@
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/LogTransUtilsMac.h"
 #include "Utility/src/TimeUtils.h"
+#include "Utility/src/UsageFileNames.h"
 
 #include <charconv>
 #include <chrono>
@@ -37,7 +38,8 @@ bool IsEmptyFile(const std::string& path) {
 /// A document under its final name that nobody writes to. An empty file is left alone, its lock
 /// not even tried: its writer may be about to take it.
 bool IsFinished(const std::string& path) {
-    const bool named = path.ends_with(".xml") || path.ends_with(".rdy");
+    const bool named = path.ends_with(UsageFileNames::kPlainExtension) ||
+                       path.ends_with(UsageFileNames::kObfuscatedExtension);
     return named && !IsEmptyFile(path) && !FileSystemUtils::IsWriteLocked(path) &&
            !IsEmptyFile(path);
 }

@@ -1,6 +1,5 @@
 #include "Platform/Linux/Descriptor.h"
 
-#include <algorithm>
 #include <array>
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -3,7 +3,6 @@
 #include "Platform/Files.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <pwd.h>
@@ -47,7 +46,7 @@ std::string HomeFolder() {
 }
 
 std::string UserFolder(const char* variable, const char* belowHome) {
-    const std::string named = AbsoluteOrNothing(Variable(variable));
+    std::string named = AbsoluteOrNothing(Variable(variable));
     if (!named.empty())
         return named;
     const std::string home = HomeFolder();

@@ -54,6 +54,9 @@ VISTRA_CHILD_CODE int StartDetached(const void* argument) {
 /// The shell stands between, so that it too is no child that the host's wait calls find.
 VISTRA_CHILD_CODE int RunShell(const void* argument) {
     const Program& program = *static_cast<const Program*>(argument);
+    ::syscall(SYS_setsid);
+    if (!StandOnNullDevice())
+        EndBySignal();
     CloseDescriptorsFrom(kFirstPrivateDescriptor);
     const int child = ForkChild();
     if (child == 0) {

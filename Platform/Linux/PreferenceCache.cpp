@@ -6,7 +6,6 @@
 #include <fcntl.h>
 #include <map>
 #include <sys/stat.h>
-#include <tuple>
 
 namespace Platform {
 

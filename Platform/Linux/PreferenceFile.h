@@ -3,7 +3,6 @@
 #include "Platform/Linux/Descriptor.h"
 #include "Platform/PropertyList.h"
 
-#include <memory>
 #include <string>
 
 namespace Platform {

@@ -4,6 +4,7 @@
 #include "Platform/Linux/EnvironmentFolders.h"
 #include "Platform/Preferences.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 #include <unistd.h>

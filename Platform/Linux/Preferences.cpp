@@ -51,14 +51,17 @@ bool Change(const PreferencePaths& paths, const std::string& key, const Property
 
 } // namespace
 
-std::optional<PropertyList> CopyPreferenceValue(CFStringRef key, CFStringRef domain,
-                                                CFStringRef user, CFStringRef host) {
+bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, CFStringRef host,
+                         std::optional<PropertyList>& value) {
     const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
     if (!key || !paths)
-        return std::nullopt;
+        return false;
     const PreferenceState state = ReadFirst(*paths);
-    const PropertyList* value = state.values->Find(key->utf8);
-    return value ? std::optional<PropertyList>(*value) : std::nullopt;
+    if (state.condition == Condition::Unreadable)
+        return false;
+    const PropertyList* found = state.values->Find(key->utf8);
+    value = found ? std::optional<PropertyList>(*found) : std::nullopt;
+    return true;
 }
 
 bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef domain,

@@ -11,8 +11,11 @@
 namespace Platform {
 
 TemporaryFile TemporaryFile::Unique(const std::string& target) {
-    std::string path = target + ".XXXXXX";
-    const int number = Retried([&] { return ::mkostemp(path.data(), O_CLOEXEC); });
+    std::string path;
+    const int number = Retried([&] {
+        path = target + ".XXXXXX";
+        return ::mkostemp(path.data(), O_CLOEXEC);
+    });
     return TemporaryFile(path, Descriptor(AwayFromStandardStreams(number)));
 }
 

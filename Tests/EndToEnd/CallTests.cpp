@@ -1,6 +1,8 @@
 #include "LogSession/UTLogData.h"
 #include "Tests/EndToEnd/EndToEndTest.h"
 
+#include <pthread.h>
+
 using namespace testing;
 
 namespace {
@@ -220,6 +222,22 @@ TEST_F(CallTest, IsAllThatTheLibraryExports) {
     for (const std::string& call : Calls())
         names.push_back(call.substr(0, call.find(' ')));
     EXPECT_THAT(LinesOf(list), UnorderedElementsAreArray(names));
+}
+
+TEST_F(CallTest, IsFinishedBeforeItsThreadIsCancelled) {
+    UTInitialize("key", 0, nullptr);
+    pthread_t thread;
+    const auto work = [](void*) -> void* {
+        ::pthread_cancel(::pthread_self());
+        UTSetOptIn(1);
+        ::pthread_testcancel();
+        return nullptr;
+    };
+    ASSERT_EQ(::pthread_create(&thread, nullptr, work, nullptr), 0);
+    void* result = nullptr;
+    ::pthread_join(thread, &result);
+    EXPECT_EQ(result, PTHREAD_CANCELED);
+    EXPECT_EQ(UTGetOptIn(), 1);
 }
 
 TEST_F(CallTest, MayComeFromEightThreadsOnSessionsOfTheirOwnAndASharedOne) {

@@ -25,7 +25,9 @@ class Preferences : public testing::Test {
 protected:
     std::optional<PropertyList> Get(const std::string& key) const {
         const Platform::String name{key};
-        return Platform::CopyPreferenceValue(&name, &m_domain, m_user, m_host);
+        std::optional<PropertyList> value;
+        Platform::CopyPreferenceValue(&name, &m_domain, m_user, m_host, value);
+        return value;
     }
     bool Set(const std::string& key, const PropertyList& value) const {
         const Platform::String name{key};

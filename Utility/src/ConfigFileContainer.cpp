@@ -17,18 +17,6 @@ std::string Normalised(const std::string& name) {
     return toLower(result);
 }
 
-std::string TableKey(const std::string& section, const std::string& key) {
-    return section + kSeparator + key;
-}
-
-std::string SectionOf(const std::string& tableKey) {
-    return tableKey.substr(0, tableKey.find(kSeparator));
-}
-
-std::string KeyOf(const std::string& tableKey) {
-    return tableKey.substr(tableKey.find(kSeparator) + 1);
-}
-
 bool IsName(const std::string& name) {
     return !name.empty() && name.find(kSeparator) == std::string::npos;
 }
@@ -49,6 +37,18 @@ std::string SectionOfHeader(const std::string& line) {
 }
 
 } // namespace
+
+std::string ConfigFileContainer::TableKey(const std::string& section, const std::string& key) {
+    return section + kSeparator + key;
+}
+
+std::string ConfigFileContainer::SectionOf(const std::string& tableKey) {
+    return tableKey.substr(0, tableKey.find(kSeparator));
+}
+
+std::string ConfigFileContainer::KeyOf(const std::string& tableKey) {
+    return tableKey.substr(tableKey.find(kSeparator) + 1);
+}
 
 void ConfigFileContainer::Clear() {
     m_entries.clear();

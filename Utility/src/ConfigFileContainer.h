@@ -15,6 +15,11 @@ public:
     /// What Read and Write return when the file cannot be opened.
     static constexpr std::uint32_t kFailure = 0xFFFFFFFFu;
 
+    /// The compound key of an entry, and its halves; a key without "/" is both.
+    static std::string TableKey(const std::string& section, const std::string& key);
+    static std::string SectionOf(const std::string& tableKey);
+    static std::string KeyOf(const std::string& tableKey);
+
     void Clear();
 
     /// Replaces the table by the file's entries. 0, or kFailure with the table emptied.

@@ -20,7 +20,7 @@ void ConfigFileInfo::GetConfigInfo(ConfigFileContainer& config) {
 bool ConfigFileInfo::GetHibernateProducts(std::vector<std::string>& products) const {
     products.clear();
     for (const auto& [name, value] : hibernateEntries) {
-        std::string key = name.substr(name.find('/') + 1);
+        std::string key = ConfigFileContainer::KeyOf(name);
         if (key != ConfigVocabulary::kOperationKey)
             products.push_back(std::move(key));
     }

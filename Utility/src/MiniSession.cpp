@@ -8,6 +8,7 @@
 #include "Utility/src/StringUtils.h"
 #include "Utility/src/TimeUtils.h"
 #include "Utility/src/UsageFileNames.h"
+#include "Utility/src/UsageRecord.h"
 
 #include <exception>
 

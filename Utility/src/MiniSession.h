@@ -1,7 +1,6 @@
 #pragma once
 
 #include "Utility/src/Mac/FileProxy.h"
-#include "Utility/src/UsageRecord.h"
 
 #include <string>
 

@@ -113,7 +113,7 @@ int TransConfigUtils::Process(ConfigFileContainer& target, const std::string& up
     parsed.Update(update);
     ConfigFileContainer replacements;
     for (const auto& [tableKey, value] : parsed.Entries()) {
-        const std::string section = tableKey.substr(0, tableKey.find('/'));
+        const std::string section = ConfigFileContainer::SectionOf(tableKey);
         if (parsed.GetValue(section, kOperationKey) == kMergeOperation) {
             target.SetValue(tableKey, value);
             continue;

@@ -2,6 +2,7 @@
 
 #include "Utility/src/ConfigFileContainer.h"
 #include "Utility/src/ConfigVocabulary.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/StringUtils.h"
 
 #include <boost/date_time/date_parsing.hpp>
@@ -46,7 +47,8 @@ std::string DateOfEntry(const std::string& entry) {
 /// Removes an entry, also one whose key holds the delimiter of table keys, as the name of a
 /// product may.
 void RemoveEntry(ConfigFileContainer& config, const std::string& section, const std::string& key) {
-    config.SetValue(StringUtils::Trim(section, kBlanks) + "/" + StringUtils::Trim(key, kBlanks),
+    config.SetValue(ConfigFileContainer::TableKey(StringUtils::Trim(section, kBlanks),
+                                                  StringUtils::Trim(key, kBlanks)),
                     "");
 }
 
@@ -58,11 +60,14 @@ int TransConfigUtils::GetStatus(const std::string& family, const std::string& na
     if (!state || path.empty())
         return 1;
     ConfigFileContainer config;
-    config.Read(path);
+    const bool wasRead = config.Read(path) != ConfigFileContainer::kFailure;
     GetOverallStatus(config, section, state, reserved);
     if (*state == VS_CONFIG_ACTIVE)
         GetProductStatus(family, name, config, kHibernateSection, state, reserved);
-    config.Write(path);
+    // A missing file is created. One that is there but could not be read is not the table's to
+    // replace: what the user has set would be gone.
+    if (wasRead || !FileSystemUtils::DoesPathExist(path))
+        config.Write(path);
     return 0;
 }
 

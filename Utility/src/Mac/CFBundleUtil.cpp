@@ -1,5 +1,7 @@
 #include "Utility/src/Mac/CFBundleUtil.h"
 
+#include "Utility/src/Mac/CommonMacUtils.h"
+
 CFBundleRef CFBundleUtil::GetMainBundle() {
     return Platform::MainBundle();
 }
@@ -10,19 +12,12 @@ CFBundleRef CFBundleUtil::GetBundle(const std::string& identifier) {
 
 bool CFBundleUtil::GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key,
                                          std::string& out) {
-    const Platform::PropertyList* value = bundle ? bundle->info.Find(key) : nullptr;
-    if (!value || !value->AsString())
-        return false;
-    out = *value->AsString();
-    return true;
+    return CommonMacUtils::Convert(bundle ? bundle->info.Find(key) : nullptr, out);
 }
 
 bool CFBundleUtil::GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key,
                                          int& out) {
-    const Platform::PropertyList* value = bundle ? bundle->info.Find(key) : nullptr;
-    const std::optional<int> number = value ? value->AsNumber() : std::nullopt;
-    out = number.value_or(out);
-    return number.has_value();
+    return CommonMacUtils::Convert(bundle ? bundle->info.Find(key) : nullptr, out);
 }
 
 bool CFBundleUtil::GetPropertyFromBundle(const std::string& identifier, const std::string& key,

@@ -23,6 +23,19 @@ bool CommonMacUtils::CheckTypeMatch(const Platform::PropertyList* object, int ki
     return object && kind < kOther && GetType(object) == kind;
 }
 
+bool CommonMacUtils::Convert(const Platform::PropertyList* object, std::string& out) {
+    if (!object || !object->AsString())
+        return false;
+    out = *object->AsString();
+    return true;
+}
+
+bool CommonMacUtils::Convert(const Platform::PropertyList* object, int& out) {
+    const std::optional<int> number = object ? object->AsNumber() : std::nullopt;
+    out = number.value_or(out);
+    return number.has_value();
+}
+
 bool CommonMacUtils::AppendStringPairs(const Platform::PropertyList* object,
                                        std::vector<std::pair<std::string, std::string>>& out) {
     if (!object || !object->AsDictionary())

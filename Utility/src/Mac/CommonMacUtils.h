@@ -17,6 +17,11 @@ public:
     /// True only for an object of exactly that kind; kOther and above are never matched.
     static bool CheckTypeMatch(const Platform::PropertyList* object, int kind);
 
+    /// The text or the number of an object. False, with `out` unchanged, for null and for an object
+    /// of another kind.
+    static bool Convert(const Platform::PropertyList* object, std::string& out);
+    static bool Convert(const Platform::PropertyList* object, int& out);
+
     /// Appends the pairs of a dictionary whose values are strings, by key. False, with nothing
     /// appended, for null and for anything but a dictionary.
     static bool AppendStringPairs(const Platform::PropertyList* object,

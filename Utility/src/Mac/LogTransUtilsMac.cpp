@@ -20,7 +20,7 @@ Logger* const logger = Logger::GetLogger(kLoggerName);
 constexpr char kSourceUnit[] = "Utility/src/Mac/LogTransUtilsMac";
 constexpr char kAgentBundleIdentifier[] = "com.norvale.vistra.LogTransport2App";
 constexpr char kAgentBundleName[] = "LogTransport2.app";
-constexpr char kAgentBundleBesideHost[] = "MacOS/LogTransport2.app";
+constexpr char kProgramFolder[] = "MacOS";
 constexpr char kResourcesFolder[] = "/Contents/Resources/";
 constexpr char kConfigFolder[] = "/Norvale/LogTransport2/";
 constexpr char kConfigFile[] = "LogTransport2.cfg";
@@ -148,8 +148,9 @@ std::string LogTransUtils::GetNonDefaultLogTransportExeFullPath(const std::strin
     // A host that named, for example, its framework folder has the agent beside its executable.
     const std::string contents =
         FileSystemUtils::GetParentPath(FileSystemUtils::GetParentPath(bundlePath));
-    return GetExePathFromLogTransportBundlePath(contents + FileSystemUtils::GetPathDelimiter() +
-                                                kAgentBundleBesideHost);
+    const std::string delimiter = FileSystemUtils::GetPathDelimiter();
+    return GetExePathFromLogTransportBundlePath(contents + delimiter + kProgramFolder + delimiter +
+                                                kAgentBundleName);
 }
 
 std::string LogTransUtils::GetTransporterExeFullPath() {

@@ -3,7 +3,6 @@
 #include "Platform/PlatformString.h"
 
 #include <string>
-#include <utility>
 
 /// Owns a platform string for as long as it lives; null where the text is not valid UTF-8.
 class PlatformText {

@@ -49,11 +49,13 @@ private:
 Preference::Preference(const std::string& domain, CFStringRef user, CFStringRef host)
     : m_domain(domain), m_user(user), m_host(host) {}
 
-CFPropertyListRef Preference::ReadTopLevel(CFStringRef key) const {
-    Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host);
-    std::optional<PropertyList> value =
-        Platform::CopyPreferenceValue(key, m_domain.Get(), m_user, m_host);
-    return value ? std::make_shared<PropertyList>(std::move(*value)) : nullptr;
+bool Preference::ReadTopLevel(CFStringRef key, CFPropertyListRef& value) const {
+    std::optional<PropertyList> stored;
+    if (!Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host) ||
+        !Platform::CopyPreferenceValue(key, m_domain.Get(), m_user, m_host, stored))
+        return false;
+    value = stored ? std::make_shared<PropertyList>(std::move(*stored)) : nullptr;
+    return true;
 }
 
 bool Preference::WriteTopLevel(CFStringRef key, const PropertyList* value) const {
@@ -65,24 +67,19 @@ CFPropertyListRef Preference::CopyNode(const std::string& path) const {
     const KeyPath keys(path);
     if (!IsUsable() || !keys.IsValid())
         return nullptr;
-    const CFPropertyListRef root = ReadTopLevel(keys.Top());
+    CFPropertyListRef root;
+    if (!ReadTopLevel(keys.Top(), root))
+        return nullptr;
     const PropertyList* node = PropertyListTreeOpt::GetNode(root.get(), keys.below);
     return node ? std::make_shared<PropertyList>(*node) : nullptr;
 }
 
 bool Preference::GetValue(const std::string& path, int& out) const {
-    const CFPropertyListRef node = CopyNode(path);
-    const std::optional<int> number = node ? node->AsNumber() : std::nullopt;
-    out = number.value_or(out);
-    return number.has_value();
+    return CommonMacUtils::Convert(CopyNode(path).get(), out);
 }
 
 bool Preference::GetValue(const std::string& path, std::string& out) const {
-    const CFPropertyListRef node = CopyNode(path);
-    if (!node || !node->AsString())
-        return false;
-    out = *node->AsString();
-    return true;
+    return CommonMacUtils::Convert(CopyNode(path).get(), out);
 }
 
 bool Preference::SetValue(const std::string& path, int value) const {
@@ -101,7 +98,9 @@ bool Preference::SetValueHelper(const std::string& path, const PropertyList* val
         return false;
     if (keys.below.empty())
         return WriteTopLevel(keys.Top(), value);
-    CFPropertyListRef root = ReadTopLevel(keys.Top());
+    CFPropertyListRef root;
+    if (!ReadTopLevel(keys.Top(), root))
+        return false;
     if (!root || !root->AsDictionary())
         root = std::make_shared<PropertyList>();
     PropertyListTreeOpt::SetNode(root, keys.below, value);
@@ -116,8 +115,8 @@ void Preference::DeleteValueHelper(const std::string& path) const {
     KeyPath keys(path);
     if (!IsUsable() || !keys.IsValid() || keys.below.empty())
         return;
-    CFPropertyListRef root = ReadTopLevel(keys.Top());
-    if (PropertyListTreeOpt::RemoveNode(root, keys.below))
+    CFPropertyListRef root;
+    if (ReadTopLevel(keys.Top(), root) && PropertyListTreeOpt::RemoveNode(root, keys.below))
         WriteTopLevel(keys.Top(), root.get());
 }
 

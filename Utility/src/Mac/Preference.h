@@ -39,7 +39,8 @@ private:
                                  std::vector<std::pair<std::string, std::string>>& out) const;
 
     bool IsUsable() const { return m_domain.Get() && m_user && m_host; }
-    CFPropertyListRef ReadTopLevel(CFStringRef key) const;
+    /// Null where there is no value. False when the stored state cannot be read.
+    bool ReadTopLevel(CFStringRef key, CFPropertyListRef& value) const;
     bool WriteTopLevel(CFStringRef key, const Platform::PropertyList* value) const;
 
     PlatformText m_domain;

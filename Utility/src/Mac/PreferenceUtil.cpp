@@ -16,20 +16,33 @@ struct Place {
 
     bool IsComplete() const { return !key.empty() && !domain.empty() && user && host; }
 
-    std::optional<PropertyList> Read() const {
+    /// False when the stored state cannot be read.
+    bool Read(std::optional<PropertyList>& value) const {
         const PlatformText keyText(key), domainText(domain);
-        return Platform::CopyPreferenceValue(keyText.Get(), domainText.Get(), user, host);
+        return Platform::CopyPreferenceValue(keyText.Get(), domainText.Get(), user, host, value);
     }
 
     bool Synchronize() const {
         return Platform::SynchronizePreferences(PlatformText(domain).Get(), user, host);
     }
 
+    /// Nothing when there is no value, or none can be read.
     std::optional<PropertyList> ReadCurrent() const {
-        if (!IsComplete())
+        std::optional<PropertyList> value;
+        if (IsComplete() && Synchronize())
+            Read(value);
+        return value;
+    }
+
+    /// The dictionary stored here, an empty one where nothing is stored. Nothing for any other
+    /// value, and when the stored state cannot be read.
+    std::optional<PropertyList> ReadForChange() const {
+        std::optional<PropertyList> value;
+        if (!IsComplete() || !Read(value))
             return std::nullopt;
-        Synchronize();
-        return Read();
+        if (!value)
+            value = PropertyList();
+        return value->AsDictionary() ? value : std::nullopt;
     }
 
     bool Write(const PropertyList& value) const {
@@ -39,23 +52,10 @@ struct Place {
     }
 };
 
-bool Convert(const PropertyList* value, std::string& out) {
-    if (!value || !value->AsString())
-        return false;
-    out = *value->AsString();
-    return true;
-}
-
-bool Convert(const PropertyList* value, int& out) {
-    const std::optional<int> number = value ? value->AsNumber() : std::nullopt;
-    out = number.value_or(out);
-    return number.has_value();
-}
-
 template <class Value>
 bool ReadOneLevel(const Place& place, Value& out) {
     const std::optional<PropertyList> value = place.ReadCurrent();
-    return Convert(value ? &*value : nullptr, out);
+    return CommonMacUtils::Convert(value ? &*value : nullptr, out);
 }
 
 template <class Value>
@@ -63,7 +63,7 @@ bool ReadTwoLevels(const Place& place, const std::string& subKey, Value& out) {
     if (subKey.empty())
         return false;
     const std::optional<PropertyList> dictionary = place.ReadCurrent();
-    return Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
+    return CommonMacUtils::Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
 }
 
 template <class Value>
@@ -73,13 +73,11 @@ bool WriteOneLevel(const Place& place, const Value& value) {
 
 template <class Value>
 bool WriteTwoLevels(const Place& place, const std::string& subKey, const Value& value) {
-    if (!place.IsComplete() || subKey.empty())
+    std::optional<PropertyList> dictionary = place.ReadForChange();
+    if (!dictionary || subKey.empty())
         return false;
-    PropertyList dictionary = place.Read().value_or(PropertyList());
-    if (!dictionary.AsDictionary())
-        return false;
-    dictionary.AsDictionary()->insert_or_assign(subKey, PropertyList(value));
-    return place.Write(dictionary);
+    dictionary->AsDictionary()->insert_or_assign(subKey, PropertyList(value));
+    return place.Write(*dictionary);
 }
 
 } // namespace
@@ -139,13 +137,11 @@ bool PreferenceUtil::DeletePreferenceValue(const std::string& dictKey, const std
                                            const std::string& domain, CFStringRef user,
                                            CFStringRef host) {
     const Place place{dictKey, domain, user, host};
-    if (!place.IsComplete() || subKey.empty())
+    std::optional<PropertyList> dictionary = place.ReadForChange();
+    if (!dictionary || subKey.empty())
         return false;
-    PropertyList dictionary = place.ReadCurrent().value_or(PropertyList());
-    if (!dictionary.AsDictionary())
-        return false;
-    dictionary.AsDictionary()->erase(subKey);
-    return place.Write(dictionary);
+    dictionary->AsDictionary()->erase(subKey);
+    return place.Write(*dictionary);
 }
 
 bool PreferenceUtil::EnumerateSubKeys(const std::string& key, std::vector<std::string>& out,
