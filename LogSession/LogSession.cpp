@@ -171,11 +171,12 @@ bool LogSession::GenerateOptInfoLogFile(const std::string& family, const std::st
                                         const std::string& version, std::string& path) {
     const OptInPolicy* policy = OptInPolicy::GetInstance();
     const int newValue = policy->GetOptIn();
+    if (newValue == kOptInUnknown)
+        return false;
     std::string key;
     getProductIndividualOptinKey(family, name, version, key);
     const int oldValue = LogSessionUtils::GetOptIn(key.c_str());
-    if (newValue == kOptInUnknown || newValue == oldValue ||
-        !LogSessionUtils::SetOptIn(key.c_str(), newValue))
+    if (newValue == oldValue || !LogSessionUtils::SetOptIn(key.c_str(), newValue))
         return false;
     if (newValue != kOptedIn && newValue != kOptedOut)
         return false;

@@ -38,10 +38,6 @@ public:
     void CloseFile();
     /// Deletes the current file and disables the session. Always 0.
     int HandleLogWrittingFailure();
-    const std::string& GetSessionId() const { return m_sessionId; }
-    const std::string& GetProductFamily() const { return m_productFamily; }
-    const std::string& GetProductName() const { return m_productName; }
-    const std::string& GetProcessName() const { return m_processName; }
 
     /// Sets `key` to the usage key and the three texts joined by "_".
     static void getProductIndividualOptinKey(const std::string& family, const std::string& name,

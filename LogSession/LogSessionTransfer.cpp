@@ -1,6 +1,7 @@
 #include "LogSession/LogDataValidator.h"
 #include "LogSession/LogSession.h"
 #include "LogSession/OptInPolicy.h"
+#include "Platform/PlatformException.h"
 #include "Utility/src/LogSessionUtils.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/LogTransUtilsMac.h"
@@ -41,8 +42,13 @@ void LogSession::BeginNextFile() {
                                           m_startTime, GetUserId()},
                                          m_clock.Now(), m_sequence);
     });
-    m_enabled = true;
-    WriteText(m_record);
+    m_enabled = true; // for a failed open leaves the session as it is, and a failed write does not
+    try {
+        WriteText(m_record);
+    } catch (const Platform::Exception&) {
+        m_enabled = false;
+        throw;
+    }
 }
 
 void LogSession::TransferFile() {

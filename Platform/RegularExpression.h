@@ -13,10 +13,7 @@ public:
     RegularExpression(const RegularExpression&) = delete;
     RegularExpression& operator=(const RegularExpression&) = delete;
 
-    /// False when the pattern did not compile; it then matches nothing.
-    bool IsValid() const;
-
-    /// Whether the expression matches anywhere in the text.
+    /// Whether the expression matches anywhere in the text. One that did not compile never does.
     bool Matches(const std::string& text) const;
 
 private:

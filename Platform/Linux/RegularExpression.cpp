@@ -5,24 +5,27 @@
 namespace Platform {
 
 struct RegularExpression::Compiled {
-    regex_t expression;
-    ~Compiled() { ::regfree(&expression); }
+    explicit Compiled(const std::string& pattern)
+        : isValid(::regcomp(&expression, pattern.c_str(), REG_EXTENDED | REG_NOSUB) == 0) {}
+    ~Compiled() {
+        if (isValid)
+            ::regfree(&expression);
+    }
+    Compiled(const Compiled&) = delete;
+    Compiled& operator=(const Compiled&) = delete;
+
+    regex_t expression = {};
+    bool isValid;
 };
 
-RegularExpression::RegularExpression(const std::string& pattern) {
-    regex_t expression = {};
-    if (::regcomp(&expression, pattern.c_str(), REG_EXTENDED | REG_NOSUB) == 0)
-        m_compiled.reset(new Compiled{expression});
-}
+RegularExpression::RegularExpression(const std::string& pattern)
+    : m_compiled(std::make_unique<Compiled>(pattern)) {}
 
 RegularExpression::~RegularExpression() = default;
 
-bool RegularExpression::IsValid() const {
-    return m_compiled != nullptr;
-}
-
 bool RegularExpression::Matches(const std::string& text) const {
-    return m_compiled && ::regexec(&m_compiled->expression, text.c_str(), 0, nullptr, 0) == 0;
+    return m_compiled->isValid &&
+           ::regexec(&m_compiled->expression, text.c_str(), 0, nullptr, 0) == 0;
 }
 
 } // namespace Platform

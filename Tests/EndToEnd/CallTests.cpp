@@ -116,9 +116,12 @@ TEST_F(CallTest, DemographicAnswersFitTheBufferOrAreCut) {
 
 TEST_F(CallTest, DemographicAnswersBelongToProducts) {
     const std::string set = "UTSetNonDefaultDemographic ", get = "UTGetNonDefaultDemographic ";
-    EXPECT_EQ(m_host.Play(set + "key A own\n" + set + "a/b//c A sub\n" + set + "\"\" A none\n" +
-                          get + "a/b/c A 4 4\n" + get + "NULL A 5 5\nUTGetDemographic A 5 5\n" +
-                          kOpen + kClose +
+    std::string deep; // would take more stack to store than there is
+    for (int i = 0; i < 100'000; ++i)
+        deep += "d/";
+    EXPECT_EQ(m_host.Play(set + deep + " A deep\n" + set + "key A own\n" + set + "a/b//c A sub\n" +
+                          set + "\"\" A none\n" + get + "a/b/c A 4 4\n" + get +
+                          "NULL A 5 5\nUTGetDemographic A 5 5\n" + kOpen + kClose +
                           "UTOptInSet other 0\nUTOptInGet other\nUTSetOptIn -1\nUTOptInGet key\n" +
                           get + "key A 4 4\n" + get + "a/b A 4 4\n"),
               "sub. 4\nnone. 5\nnone. 5\ns=open\ns=NULL\n0\n-1\n#### 4\n#### 4\n");
@@ -182,6 +185,27 @@ TEST_F(CallTest, AnAllocationFailureEndsTheCallIsLoggedAndTearsNothing) {
                 "failing " + std::to_string(nth) + " " + Filled(call, std::string(100, '<'), 0);
     m_host.Play(calls + kInitialize + "UTSetOptIn 1\n" + kClose);
     EXPECT_GT(ReadSession(Files()).size(), 100U);
+}
+
+TEST_F(CallTest, AnAllocationFailureInAHandOverLeavesDocumentsWhole) {
+    Prefer("send", 0);
+    std::filesystem::remove(m_host.Folder() + "/VSLog.config");
+    std::string calls = kInitialize + "UTSetOptIn 1\n", expected;
+    const std::string record = "UTAddToSession s Key " + std::string(500, 'x') + "\n";
+    for (int nth = 1; nth < 200; nth += 3) {
+        const std::string failing = "failing " + std::to_string(nth) + " ";
+        calls += kStart + failing + kClose + kStart + "repeat 165 " + record + failing +
+                 "repeat 20 " + record + kClose;
+        expected += "s=open\ns=NULL\ns=open\ns=NULL\n";
+    }
+    EXPECT_EQ(m_host.Play(calls), expected);
+    int finished = 0;
+    for (const std::string& path : Files())
+        if (path.ends_with(".rdy")) {
+            EXPECT_THAT(ClearText(path), AllOf(StartsWith("<?xml"), EndsWith("</UsageDoc>\n")));
+            ++finished;
+        }
+    EXPECT_GT(finished, 66);
 }
 
 TEST_F(CallTest, AFailedWriteDeletesTheFileAndEndsRecording) {

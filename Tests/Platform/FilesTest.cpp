@@ -150,16 +150,3 @@ TEST_F(Files, FoldersTakeTheGivenParentsPermissions) {
     EXPECT_FALSE(Platform::CreateFolder(Path("file"), m_sandbox.Home()));
     EXPECT_FALSE(Platform::CreateFolder(Path("other"), Path("missing")));
 }
-
-TEST_F(Files, SizesAndTimesAreThoseOfTheItem) {
-    WriteText(Path("file"), std::string(5000, 'x'));
-    fs::create_symlink(Path("file"), Path("link"));
-    EXPECT_EQ(Platform::SizeOfItem(Path("file"))->logicalBytes, 5000u);
-    EXPECT_NE(Platform::SizeOfItem(Path("link"))->logicalBytes, 5000u);
-    EXPECT_EQ(Platform::SizeOfItem(Path("missing")), std::nullopt);
-    EXPECT_EQ(Platform::ModificationTime(Path("missing")), std::nullopt);
-    EXPECT_EQ(Platform::CreationTime(Path("missing")), std::nullopt);
-    const auto modified = Platform::ModificationTime(Path("file"));
-    EXPECT_LE(Platform::CreationTime(Path("file")).value_or(*modified), *modified);
-    EXPECT_EQ(Platform::FreeBytes(Path("file")), fs::space(Path("file")).available);
-}

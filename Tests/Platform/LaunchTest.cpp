@@ -133,11 +133,12 @@ TEST_F(Launch, HostThatWaitsForAnyChildDoesNotGetTheShell) {
     EXPECT_EQ(status, 5);
 }
 
-TEST_F(Launch, ShellSharesOnlyTheStandardStreams) {
+TEST_F(Launch, ShellHasNothingOfTheHostEither) {
     WriteText(m_sandbox.Root() + "/secret", "");
     const int inheritable = ::open((m_sandbox.Root() + "/secret").c_str(), O_RDONLY);
     const std::string list = m_sandbox.Root() + "/list";
     EXPECT_EQ(RunShellCommand("ls -l /proc/$$/fd > '" + list + "'"), 0);
     ::close(inheritable);
     EXPECT_EQ(ReadText(list).find("secret"), std::string::npos);
+    EXPECT_NE(ReadText(list).find("0 -> /dev/null"), std::string::npos);
 }

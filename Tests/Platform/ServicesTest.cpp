@@ -4,7 +4,6 @@
 #include "Platform/PlatformString.h"
 #include "Platform/Process.h"
 #include "Platform/RegularExpression.h"
-#include "Platform/TextFormat.h"
 #include "Platform/UserFolders.h"
 #include "Tests/Support/Sandbox.h"
 
@@ -21,14 +20,6 @@ namespace {
 
 constexpr char kInfo[] = "<plist><dict><key>CFBundleIdentifier</key><string>test.host</string>"
                          "</dict></plist>";
-
-std::string Format(const char* format, ...) {
-    std::va_list arguments;
-    va_start(arguments, format);
-    const std::string text = Platform::FormatText(format, arguments);
-    va_end(arguments);
-    return text;
-}
 
 /// What a copy of this program at that path says of itself and its main bundle.
 std::string MainBundleOfCopy(const std::string& program, const std::string& during = "true") {
@@ -124,23 +115,5 @@ TEST(PlatformServices, IdentifiersAreRandomUpperCaseUuids) {
 TEST(PlatformServices, RegularExpressionsMatchAnywhere) {
     EXPECT_TRUE(Platform::RegularExpression(".*\\.xml").Matches("a.xml.bak"));
     EXPECT_FALSE(Platform::RegularExpression("xml").Matches("XML"));
-    const Platform::RegularExpression broken("(");
-    EXPECT_FALSE(broken.IsValid());
-    EXPECT_FALSE(broken.Matches("("));
-}
-
-TEST(PlatformServices, TextIsFormattedWhateverItsLength) {
-    EXPECT_EQ(Format("%s-%03d-%.2f", "a", 7, 1234.5), "a-007-1234.50");
-    EXPECT_EQ(Format("%*d", 5000, 1).size(), 5000u);
-    EXPECT_EQ(Format(""), "");
-}
-
-TEST(PlatformServices, OnlyUtf8BecomesAString) {
-    const CFStringRef text = Platform::CreateString("\xC3\xA9");
-    ASSERT_TRUE(text);
-    EXPECT_EQ(text->utf8, "\xC3\xA9");
-    Platform::ReleaseString(text);
-    Platform::ReleaseString(nullptr);
-    for (const char* invalid : {"\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80"})
-        EXPECT_EQ(Platform::CreateString(invalid), nullptr);
+    EXPECT_FALSE(Platform::RegularExpression("(").Matches("("));
 }

@@ -194,16 +194,6 @@ TEST_F(FileSystemUtilsTest, DeletingSparesFullFoldersAndWhatLinksLeadTo) {
     EXPECT_FALSE(FileSystemUtils::DeleteDirectory("", true));
 }
 
-TEST_F(FileSystemUtilsTest, WritingReplacesAndRenamingDoesNot) {
-    EXPECT_EQ(FileSystemUtils::WriteFile("new", File("old", "a longer text")), 0);
-    EXPECT_EQ(ReadText(Path("old")), "new");
-    EXPECT_EQ(FileSystemUtils::WriteFile("text", Path("missing/file")), -1);
-    EXPECT_FALSE(FileSystemUtils::RenameFile(Path("old"), File("taken", "kept")));
-    EXPECT_EQ(ReadText(Path("taken")), "kept");
-    EXPECT_TRUE(FileSystemUtils::RenameFile(Path("old"), Path("free")));
-    EXPECT_FALSE(FileSystemUtils::RenameFile(Path("old"), Path("other")));
-}
-
 TEST_F(FileSystemUtilsTest, PatternsDeleteVisibleFilesOnly) {
     for (const char* name : {"x.xml", "y.rdy", "a.xml.bak", ".hidden", "README", "sub.d/z.xml"})
         File(std::string("logs/") + name);

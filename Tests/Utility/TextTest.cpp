@@ -3,6 +3,7 @@
 #include "Utility/src/Encryption.h"
 #include "Utility/src/StringUtils.h"
 #include "Utility/src/TimeUtils.h"
+#include "Utility/src/UsageRecord.h"
 
 #include <gmock/gmock.h>
 #include <openssl/crypto.h>
@@ -24,6 +25,7 @@ TEST(Text, IsSplitTrimmedLoweredAndFormatted) {
     EXPECT_EQ(Converters::LongToHex(255, 4) + Converters::LongToHex(0, 0), "00FF");
     const char* notUtf8 = "\xFF";
     EXPECT_EQ(StringUtils::FormatString("%03d", 7) + StringUtils::FormatString(notUtf8, 7), "007");
+    EXPECT_EQ(StringUtils::FormatString("%*d", 5000, 1).size(), 5000U);
 }
 
 TEST(Text, HashIsSevenDigitsOfBothInputsAndEmptyAtTheVeryEnd) {
@@ -51,9 +53,15 @@ TEST(Text, BecomesAnAttributeValue) {
         {"", "NOVALUE"},
         {"\x01\xC3\xA9<b & \"'>\\&#38;", "\x01\xC3\xA9&#60;b &#38; &#34;&#39;&#62;&#92;&#38;#38;"},
         {"\xE2&x\xC0\xAF", "\xEF\xBF\xBD&#38;x\xEF\xBF\xBD"},
-        {"\xF0\x9F\x98", "\xEF\xBF\xBD"}};
+        {"\xF0\x9F\x98", "\xEF\xBF\xBD"},
+        {"\xEF\xBF\xBE\xEF\xBF\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD"}};
     for (const auto& [text, value] : kCases)
         EXPECT_EQ(StringUtils::ConformXMLString(text), value);
+    std::string record;
+    const std::string text = "<\xFF";
+    UsageRecord::AppendResumeSession(record, {text, text, text, text, text, text, text, text}, "",
+                                     7);
+    EXPECT_THAT(record, testing::ContainsRegex("Build=\"<\xEF\xBF\xBD\" ProductLanguage=\"<\xEF"));
 }
 
 TEST(Text, TimeIsUniversalWhateverTheZone) {
