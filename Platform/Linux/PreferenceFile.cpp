@@ -36,11 +36,12 @@ bool LockWithin(int descriptor, std::chrono::steady_clock::duration longestWait)
 
 } // namespace
 
-bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld) {
+bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld,
+                         mode_t permissions) {
     const std::optional<std::string> xml = SerializePropertyList(values);
     if (!xml)
         return false;
-    TemporaryFile next = TemporaryFile::Named(path + ".new");
+    TemporaryFile next = TemporaryFile::Named(path + ".new", permissions);
     return next.Store(*xml) && (!keepOld || KeepBeside(path, path + ".corrupt")) &&
            next.Replace(path);
 }

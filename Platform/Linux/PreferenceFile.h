@@ -19,9 +19,10 @@ struct PreferenceState {
 /// Reads a preference file; one that has not changed since costs no more than a look at its status.
 PreferenceState ReadPreferenceFile(const std::string& path);
 
-/// Replaces a preference file; one that could not be parsed is kept beside it. The caller holds
-/// its lock. False, with the old file in place, on any failure.
-bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld);
+/// Replaces a preference file; one that could not be parsed is kept beside it. A new file gets the
+/// permissions. The caller holds its lock. False, with the old file in place, on any failure.
+bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld,
+                         mode_t permissions);
 
 /// The right to write a preference file, which one writer of all processes has at a time.
 class PreferenceLock {

@@ -53,7 +53,10 @@ std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRe
     std::string path = folder + kFolder;
     path += host == kCFPreferencesCurrentHost ? "ByHost/" + domain + "." + ThisMachine() : domain;
     path += kExtension;
-    return PreferencePaths{{path}, path};
+    PreferencePaths paths;
+    paths.search = {path};
+    paths.target = path;
+    return paths;
 }
 
 PreferencePaths PathsOfEverybody(const std::string& domain) {
@@ -61,6 +64,7 @@ PreferencePaths PathsOfEverybody(const std::string& domain) {
     for (const std::string& folder : SharedConfigFolders())
         paths.search.push_back(folder + kFolder + domain + kExtension);
     paths.target = paths.search.front();
+    paths.permissions = 0644;
     return paths;
 }
 

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace Platform {
@@ -12,6 +13,7 @@ namespace Platform {
 struct PreferencePaths {
     std::vector<std::string> search; ///< the first that is there has the values
     std::string target;              ///< written to
+    mode_t permissions = 0600;       ///< of a new target
 };
 
 /// Nothing for a null argument, an unknown scope, a domain that cannot name a file, or when the

@@ -46,7 +46,8 @@ bool Change(const PreferencePaths& paths, const std::string& key, const Property
     if (Holds(state, key, value))
         return true;
     const bool keepOld = ReadPreferenceFile(paths.target).condition == Condition::Unparsable;
-    return WritePreferenceFile(paths.target, Changed(*state.values, key, value), keepOld);
+    return WritePreferenceFile(paths.target, Changed(*state.values, key, value), keepOld,
+                               paths.permissions);
 }
 
 } // namespace

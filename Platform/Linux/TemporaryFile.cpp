@@ -19,9 +19,12 @@ TemporaryFile TemporaryFile::Unique(const std::string& target) {
     return TemporaryFile(path, Descriptor(AwayFromStandardStreams(number)));
 }
 
-TemporaryFile TemporaryFile::Named(const std::string& path) {
+TemporaryFile TemporaryFile::Named(const std::string& path, mode_t permissions) {
     ::unlink(path.c_str());
-    return TemporaryFile(path, OpenDescriptor(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW));
+    TemporaryFile file(path, OpenDescriptor(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW));
+    if (file.IsOpen() && ::fchmod(file.m_file.Get(), permissions) != 0)
+        file.m_file.Close();
+    return file;
 }
 
 TemporaryFile::~TemporaryFile() {

@@ -11,8 +11,8 @@ public:
     /// A name of its own beside `target`.
     static TemporaryFile Unique(const std::string& target);
     /// A fixed name, which the caller's lock keeps from other writers; what a killed writer left
-    /// there is removed.
-    static TemporaryFile Named(const std::string& path);
+    /// there is removed. A new file in the target's place has these permissions.
+    static TemporaryFile Named(const std::string& path, mode_t permissions);
 
     TemporaryFile(TemporaryFile&&) = default;
     ~TemporaryFile();

@@ -143,7 +143,7 @@ TEST_F(Preferences, SharedValuesComeFromTheFirstFolderThatHasThem) {
     WriteText(second + name, FileWith("a", "<integer>2</integer>"));
     EXPECT_EQ(Get("a"), PropertyList(2));
     EXPECT_TRUE(Set("b", PropertyList(3)));
-    EXPECT_TRUE(fs::exists(first + name));
+    EXPECT_EQ(fs::status(first + name).permissions(), fs::perms(0644)) << "for all to read";
     EXPECT_EQ(Get("a"), PropertyList(2)) << "still there when the first folder has a file";
     EXPECT_EQ(ReadText(second + name), FileWith("a", "<integer>2</integer>"));
     m_host = kCFPreferencesCurrentHost;
