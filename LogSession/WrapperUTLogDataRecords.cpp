@@ -72,8 +72,13 @@ int WRAPPERUTNewDataGroup(LogSession* session, const char* pcCategory, const cha
     const MutexProxy lock(gApiMutex);
     if (groupId)
         *groupId = -1;
-    if (!EnterDataCall(session, "UTNewDataGroup", __LINE__) || !groupId ||
-        !VerifyDocument(docId, docIdLength))
+    if (!EnterDataCall(session, "UTNewDataGroup", __LINE__))
+        return 1;
+    if (!groupId) {
+        LogDebug("UTNewDataGroup groupId: NULL", __LINE__);
+        return 1;
+    }
+    if (!VerifyDocument(docId, docIdLength))
         return 1;
     const DataLogger document(session);
     std::string category, subCategory, groupName;

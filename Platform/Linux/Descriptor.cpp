@@ -53,7 +53,7 @@ Descriptor OpenRegularFile(const std::string& path, int flags, mode_t mode) {
 }
 
 bool ReadToEnd(int descriptor, std::uint64_t maximumBytes, std::string& bytes) {
-    std::array<char, 65536> buffer;
+    std::array<char, 8192> buffer;
     bytes.clear();
     for (;;) {
         const ssize_t count =

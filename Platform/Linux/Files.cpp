@@ -106,9 +106,11 @@ bool CreateFolder(const std::string& path, const std::string& parent) {
     if (::stat(parent.c_str(), &status) != 0)
         return false;
     const mode_t permissions = status.st_mode & 07777;
-    // Not by the permissions given to mkdir, from which it takes the process's mask away.
-    if (::mkdir(path.c_str(), permissions & 0777) == 0)
-        return ::chmod(path.c_str(), permissions) == 0;
+    if (::mkdir(path.c_str(), permissions & 0777) == 0) {
+        // mkdir takes the process's mask away; a file system without permissions keeps its own.
+        ::chmod(path.c_str(), permissions);
+        return true;
+    }
     return errno == EEXIST && ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 

@@ -62,6 +62,8 @@ std::string LoggerUtil::GetConfigValue(const std::string& configPath, const std:
 void LoggerUtil::SplitString(const std::string& text, std::vector<std::string>& tokens,
                              const std::string& delimiters) {
     std::vector<std::string> parts;
+    if (delimiters.empty() && !text.empty())
+        parts.push_back(text);
     StringUtils::SplitStr(text, parts, delimiters);
     tokens.insert(tokens.end(), parts.begin(), parts.end());
 }

@@ -117,7 +117,8 @@ std::string LogTransUtils::GetUserLogFullPath() {
 }
 
 std::string LogTransUtils::GetResourceId() {
-    return GetUserLogFullPath() + kLockFile;
+    const std::string folder = GetUserLogFullPath();
+    return folder.empty() ? folder : folder + kLockFile;
 }
 
 void LogTransUtils::SetLogTransportInputPath(const char* folder) {

@@ -20,7 +20,7 @@ public:
     static std::string GetTransporterDefaultCfgDir();
     /// The folder of usage documents, created; the path is returned also when that fails.
     static std::string GetUserLogFullPath();
-    /// Path of the agent's lock file.
+    /// Path of the agent's lock file; empty without a folder of usage documents.
     static std::string GetResourceId();
 
     /// Sets the folder that the host says holds the agent; null changes nothing.

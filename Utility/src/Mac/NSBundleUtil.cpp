@@ -29,6 +29,16 @@ bool NSBundleUtil::GetPropertyFromBundle(const CFBundleRef& bundle, const std::s
     return ValidateMainBundle() && CFBundleUtil::GetPropertyFromBundle(bundle, key, out);
 }
 
+bool NSBundleUtil::GetPropertyFromBundle(const std::string& identifier, const std::string& key,
+                                         std::string& out) {
+    return GetPropertyFromBundle(GetBundle(identifier), key, out);
+}
+
+bool NSBundleUtil::GetPropertyFromBundle(const std::string& identifier, const std::string& key,
+                                         int& out) {
+    return GetPropertyFromBundle(GetBundle(identifier), key, out);
+}
+
 std::string NSBundleUtil::GetBundleLocation(const CFBundleRef& bundle) {
     return ValidateMainBundle() ? CFBundleUtil::GetBundleLocaton(bundle) : std::string();
 }

@@ -19,6 +19,10 @@ public:
     static bool GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key,
                                       std::string& out);
     static bool GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key, int& out);
+    static bool GetPropertyFromBundle(const std::string& identifier, const std::string& key,
+                                      std::string& out);
+    static bool GetPropertyFromBundle(const std::string& identifier, const std::string& key,
+                                      int& out);
 
     static std::string GetBundleLocation(const CFBundleRef& bundle);
 };
