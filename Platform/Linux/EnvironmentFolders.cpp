@@ -1,12 +1,11 @@
 #include "Platform/Linux/EnvironmentFolders.h"
 
 #include "Platform/Files.h"
+#include "Platform/Linux/Environment.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <pwd.h>
-#include <sstream>
 #include <unistd.h>
 
 namespace Platform {
@@ -22,11 +21,6 @@ std::string AbsoluteOrNothing(std::string path) {
     while (path.size() > 1 && path.ends_with('/'))
         path.pop_back();
     return path;
-}
-
-std::string Variable(const char* name) {
-    const char* value = std::getenv(name);
-    return value ? value : "";
 }
 
 std::string HomeFromPasswordDatabase() {
@@ -69,8 +63,7 @@ std::string StateHome() {
 
 std::vector<std::string> SharedConfigFolders() {
     std::vector<std::string> folders;
-    std::istringstream list(Variable("XDG_CONFIG_DIRS"));
-    for (std::string entry; std::getline(list, entry, ':');)
+    for (const std::string& entry : ListVariable("XDG_CONFIG_DIRS"))
         if (const std::string folder = AbsoluteOrNothing(entry); !folder.empty())
             folders.push_back(folder);
     if (std::find(folders.begin(), folders.end(), kSystemConfigFolder) == folders.end())

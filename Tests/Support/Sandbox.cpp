@@ -40,8 +40,10 @@ Sandbox::Sandbox() {
     fs::create_directories(Home());
     SetVariable("HOME", Home());
     SetVariable("XDG_CONFIG_DIRS", m_root + "/etc/xdg");
-    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "DISPLAY"})
+    for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "DISPLAY",
+                             "XAUTHORITY", "LC_ALL", "LC_MESSAGES", "LANGUAGE"})
         SetVariable(name, std::nullopt);
+    SetVariable("LANG", "de_DE.UTF-8");
 }
 
 Sandbox::~Sandbox() {

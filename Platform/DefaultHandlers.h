@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/PropertyList.h"
+
+#include <optional>
+
+namespace Platform {
+
+// Keys of one element of the list.
+inline constexpr char kHandlerScheme[] = "LSHandlerURLScheme";
+inline constexpr char kHandlerProgram[] = "LSHandlerRoleAll";
+
+/// The programs that the user chose to open the schemes of addresses: an array with a dictionary
+/// for each scheme. Read anew at each call. Nothing, without logging, when the user keeps no such
+/// list or it cannot be read.
+std::optional<PropertyList> DefaultHandlers();
+
+} // namespace Platform

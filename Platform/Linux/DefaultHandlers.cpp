@@ -1,0 +1,66 @@
+#include "Platform/DefaultHandlers.h"
+
+#include "Platform/Files.h"
+#include "Platform/Linux/EnvironmentFolders.h"
+#include "Platform/Linux/SystemText.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace Platform {
+
+namespace {
+
+constexpr char kListFile[] = "/mimeapps.list"; // below the user's configuration folder
+constexpr char kChosenSection[] = "[Default Applications]";
+constexpr std::string_view kSchemePrefix = "x-scheme-handler/";
+constexpr std::uint64_t kMaximumBytes = 1 << 20;
+
+/// The first program of a list that its separators end.
+std::string_view FirstProgram(std::string_view list) {
+    std::string_view first;
+    while (first.empty() && !list.empty()) {
+        const std::size_t end = std::min(list.find(';'), list.size());
+        first = Trimmed(list.substr(0, end));
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    return first;
+}
+
+/// Appends what one line of the chosen programs says about a scheme, if it does.
+void AppendHandler(std::string_view line, PropertyList::Array& handlers) {
+    const std::size_t equals = line.find('=');
+    const std::string_view type = Trimmed(line.substr(0, equals));
+    if (equals == std::string_view::npos || !type.starts_with(kSchemePrefix))
+        return;
+    const std::string scheme(type.substr(kSchemePrefix.size()));
+    const std::string program(FirstProgram(line.substr(equals + 1)));
+    if (program.empty() || !IsPlainText(program) || !IsPlainText(scheme))
+        return;
+    PropertyList::Dictionary handler;
+    handler.emplace(kHandlerScheme, PropertyList(scheme));
+    handler.emplace(kHandlerProgram, PropertyList(program));
+    handlers.emplace_back(std::move(handler));
+}
+
+} // namespace
+
+std::optional<PropertyList> DefaultHandlers() {
+    const std::string folder = ConfigHome();
+    const auto text = folder.empty() ? std::nullopt : ReadFile(folder + kListFile, kMaximumBytes);
+    if (!text)
+        return std::nullopt;
+    PropertyList::Array handlers;
+    std::istringstream lines(*text);
+    bool isChosen = false;
+    for (std::string read; std::getline(lines, read);) {
+        const std::string_view line = Trimmed(read);
+        if (line.starts_with('['))
+            isChosen = line == kChosenSection;
+        else if (isChosen)
+            AppendHandler(line, handlers);
+    }
+    return PropertyList(std::move(handlers));
+}
+
+} // namespace Platform

@@ -1,0 +1,22 @@
+#include "Platform/Linux/Environment.h"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace Platform {
+
+std::string Variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::vector<std::string> ListVariable(const char* name) {
+    std::vector<std::string> entries;
+    std::istringstream list(Variable(name));
+    for (std::string entry; std::getline(list, entry, ':');)
+        if (!entry.empty())
+            entries.push_back(std::move(entry));
+    return entries;
+}
+
+} // namespace Platform
