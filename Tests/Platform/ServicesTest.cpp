@@ -1,16 +1,14 @@
 #include "Platform/Bundle.h"
 #include "Platform/Identifier.h"
-#include "Platform/Launch.h"
 #include "Platform/PlatformString.h"
-#include "Platform/Process.h"
 #include "Platform/RegularExpression.h"
+#include "Platform/UserDefaults.h"
 #include "Platform/UserFolders.h"
 #include "Tests/Support/Sandbox.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -21,41 +19,7 @@ namespace {
 constexpr char kInfo[] = "<plist><dict><key>CFBundleIdentifier</key><string>test.host</string>"
                          "</dict></plist>";
 
-/// What a copy of this program at that path says of itself and its main bundle.
-std::string MainBundleOfCopy(const std::string& program, const std::string& during = "true") {
-    fs::create_directories(fs::path(program).parent_path());
-    fs::copy_file(Platform::CurrentProgramPath(), program, fs::copy_options::overwrite_existing);
-    const std::string report = program + ".report";
-    EXPECT_EQ(Platform::RunShellCommand(
-                  "TEST_REPORT='" + report + "' TEST_COMMAND='" + during + "' '" + program +
-                  "' --gtest_also_run_disabled_tests --gtest_filter=DISABLED_Probe.* >/dev/null"),
-              0);
-    return ReadText(report);
-}
-
 } // namespace
-
-/// Run by the copies above only.
-TEST(DISABLED_Probe, ReportsMainBundle) {
-    Platform::RunShellCommand(std::getenv("TEST_COMMAND"));
-    const CFBundleRef bundle = Platform::MainBundle();
-    ASSERT_TRUE(bundle);
-    WriteText(std::getenv("TEST_REPORT"),
-              bundle->location + "|" + bundle->identifier + "|" + Platform::CurrentProgramPath());
-}
-
-TEST(Bundle, MainBundleFollowsFromTheProgramsPlace) {
-    const Sandbox sandbox;
-    const std::string app = sandbox.Root() + "/My App";
-    WriteText(app + "/Contents/Info.plist", kInfo);
-    const std::string program = app + "/Contents/MacOS/program";
-    EXPECT_EQ(MainBundleOfCopy(program), app + "|test.host|" + program);
-    EXPECT_EQ(MainBundleOfCopy(program, "rm \"" + program + "\""), app + "|test.host|" + program);
-    const std::string plain = app + "/program";
-    EXPECT_EQ(MainBundleOfCopy(plain), app + "||" + plain) << "its Info.plist is elsewhere";
-    WriteText(app + "/Info.plist", kInfo);
-    EXPECT_EQ(MainBundleOfCopy(plain), app + "|test.host|" + plain);
-}
 
 TEST(Bundle, BundleAtPathReadsItsInfo) {
     const Sandbox sandbox;
@@ -103,6 +67,33 @@ TEST(UserFolders, FollowTheEnvironmentAndAreCreatedOnDemand) {
     WriteText(sandbox.Root() + "/file", "");
     sandbox.SetVariable("XDG_DATA_HOME", sandbox.Root() + "/file");
     EXPECT_FALSE(Platform::FindFolder(kUserDomain, kApplicationSupportFolderType, true, folder));
+}
+
+TEST(UserDefaults, SpeakTheLanguageOfTheLocaleVariables) {
+    constexpr const char* kVariables[] = {"LC_ALL", "LC_MESSAGES", "LANG", "LANGUAGE"};
+    constexpr const char* kCases[][5] = {
+        {"", "", "", "", ","},
+        {"", "", "de_DE.UTF-8@euro", "", "de_DE@euro,de_DE@euro"},
+        {"fr_FR.UTF-8", "sv_SE", "de_DE", "", "fr_FR,fr_FR"},
+        {"", "sv_SE.ISO-8859-1", "de_DE", "", "sv_SE,sv_SE"},
+        {"", "", "de_DE", "C::sv.UTF-8@x:en", "de_DE,sv@x"},
+        {"", "", "de_DE", "C:POSIX", "de_DE,de_DE"},
+        {"C", "sv_SE", "de_DE", "", ","},
+        {"", "", "C.UTF-8", "de", ",de"},
+        {"", "POSIX", "de_DE", ":", ","},
+        {"", "", "\xFF", "", ","},
+    };
+    Sandbox sandbox;
+    for (const auto& row : kCases) {
+        for (int i = 0; i < 4; ++i)
+            sandbox.SetVariable(kVariables[i], row[i]);
+        const auto locale = Platform::UserDefault(Platform::kLocaleDefault);
+        const auto languages = Platform::UserDefault(Platform::kLanguagesDefault);
+        EXPECT_EQ((locale ? *locale->AsString() : "") + "," +
+                      (languages ? *languages->AsArray()->at(0).AsString() : ""),
+                  row[4]);
+    }
+    EXPECT_FALSE(Platform::UserDefault("LANG"));
 }
 
 TEST(PlatformServices, IdentifiersAreRandomUpperCaseUuids) {

@@ -13,6 +13,7 @@ std::string Converters::NumberToString(Number value) {
 
 template std::string Converters::NumberToString<int>(int);
 template std::string Converters::NumberToString<unsigned int>(unsigned int);
+template std::string Converters::NumberToString<long>(long);
 
 std::string Converters::LongToHex(unsigned long long value, unsigned width) {
     std::string digits;

@@ -15,3 +15,4 @@ public:
 
 extern template std::string Converters::NumberToString<int>(int);
 extern template std::string Converters::NumberToString<unsigned int>(unsigned int);
+extern template std::string Converters::NumberToString<long>(long);

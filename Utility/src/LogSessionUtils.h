@@ -5,9 +5,9 @@
 /// Opt-in values as they are exchanged and stored.
 enum OptInValue : int { kOptInUnknown = -1, kOptedOut = 0, kOptedIn = 1 };
 
-/// The few facts, kept in the preferences, that decide whether and how usage is recorded. Every
-/// call reads or writes them afresh. Failures are silent: a read gives the default, a write false.
-/// A stored value of the wrong kind counts as absent.
+/// The few facts, kept in the preferences, that decide whether and how usage is recorded, and some
+/// about the machine. Every call reads or writes the preferences afresh. Failures are silent: a
+/// read gives the default, a write false. A stored value of the wrong kind counts as absent.
 class LogSessionUtils {
 public:
     /// Whether recording is on for this machine.
@@ -42,4 +42,18 @@ public:
 
     /// What kind of user this is, as the user's administrator noted it; empty when nobody did.
     static std::string GetUserType();
+
+    // Facts about the machine and the user's programs: Mac/LogSessionUtilsMac.cpp. Nothing fails.
+
+    /// The maker's name for the processor; "NOVALUE" when unknown.
+    static std::string GetProcessorName();
+    /// The maker's name for the machine, at most 63 bytes; empty when unknown.
+    static std::string GetProcessorModel();
+    /// The processor's clock in MHz, decimal; "0" when unknown.
+    static std::string GetProcessorSpeed();
+    /// The user's browser; when none is known, false with a fixed name. The version is always
+    /// empty.
+    static bool GetDefaultBrowser(std::string& browser, std::string& version);
+    /// Always empty.
+    static std::string GetOSName();
 };
