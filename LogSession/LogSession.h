@@ -19,6 +19,11 @@ public:
     /// Closes the file; writes no record.
     ~LogSession();
 
+    const std::string& GetSessionId() const { return m_sessionId; }
+    const std::string& GetProductFamily() const { return m_productFamily; }
+    const std::string& GetProductName() const { return m_productName; }
+    const std::string& GetProcessName() const { return m_processName; }
+
     // Files: LogSession.cpp.
 
     void InitLogFolder();
@@ -43,7 +48,8 @@ public:
     static void getProductIndividualOptinKey(const std::string& family, const std::string& name,
                                              const std::string& version, std::string& key);
     /// Stores a changed opt-in of the product and writes its document, whose path goes to `path`.
-    /// False, with nothing written, when it is unknown, unchanged or cannot be stored.
+    /// False, with nothing written, when it is unknown or unchanged. One that cannot be kept is
+    /// written anew each time.
     static bool GenerateOptInfoLogFile(const std::string& family, const std::string& name,
                                        const std::string& version, std::string& path);
 
@@ -66,10 +72,20 @@ public:
     bool VerifyGroupId(int id) const;
     /// The current sequence number, which is then advanced.
     std::uint32_t IncreaseSeq();
+
+    // The start of the document: LogSessionStart.cpp. Each writes one group.
+
+    /// Writes `StartSession` and all standard groups.
     void LogDefaultData();
     void LogSessionInfo(const char* family, const char* name, const char* version,
                         const char* build, const char* language);
+    void LogSystemInfo();
+    /// A group for each display.
+    void LogScreenResolution();
+    void LogSingleScreenResolution(long width, long height);
     void LogDemographicInfo(const std::string& usageKey);
+    void LogExeInfo();
+    void LogUsageVersionInfo();
 
     // Split and hand-off: LogSessionTransfer.cpp.
 
@@ -107,7 +123,6 @@ private:
     void CountBytes(unsigned long length);
     /// Gives back what an extraordinarily long record took.
     void ForgetLongRecord();
-    int NewStandardGroup(const char* name);
     void BeginNextFile();
 
     bool m_enabled = false;

@@ -1,12 +1,6 @@
 #include "LogSession/LogSession.h"
-#include "LogSession/OptInPolicy.h"
-#include "Utility/src/DemographicNode.h"
-#include "Utility/src/LogSessionUtils.h"
 #include "Utility/src/RecordNames.h"
 #include "Utility/src/UsageRecord.h"
-
-#include <utility>
-#include <vector>
 
 using namespace RecordNames;
 
@@ -77,10 +71,6 @@ void LogSession::AddDataToSessionGroup(const char* name, const char* data) {
     DataRecTag(m_sessionGroup, name, data);
 }
 
-int LogSession::NewStandardGroup(const char* name) {
-    return NewGroupTag(kVistraCategory, nullptr, name, kNoDocument);
-}
-
 int LogSession::GenerateInvalidGroup() {
     return NewGroupTag(kVistraCategory, "", kValidationErrorsGroup, kNoDocument);
 }
@@ -91,33 +81,4 @@ bool LogSession::VerifyGroupId(int id) const {
 
 std::uint32_t LogSession::IncreaseSeq() {
     return m_sequence++;
-}
-
-void LogSession::LogDefaultData() {
-    LogStartSessionTag();
-    LogSessionInfo(m_productFamily.c_str(), m_productName.c_str(), m_productVersion.c_str(),
-                   m_productBuild.c_str(), m_productLanguage.c_str());
-    LogDemographicInfo(OptInPolicy::GetInstance()->GetUsageKey());
-}
-
-void LogSession::LogSessionInfo(const char* family, const char* name, const char* version,
-                                const char* build, const char* language) {
-    m_sessionGroup = NewStandardGroup(kSessionGroup);
-    const std::pair<const char*, const char*> texts[] = {
-        {kProductFamily, family}, {kProductName, name},         {kProductVersion, version},
-        {kProductBuild, build},   {kProductLanguage, language}, {kUser, GetUserId().c_str()},
-    };
-    for (const auto& [key, text] : texts)
-        DataRecTag(m_sessionGroup, key, text);
-    const std::string userType = LogSessionUtils::GetUserType();
-    if (!userType.empty())
-        DataRecTag(m_sessionGroup, kUserType, userType.c_str());
-}
-
-void LogSession::LogDemographicInfo(const std::string& usageKey) {
-    const int group = NewStandardGroup(kDemographicsGroup);
-    std::vector<std::pair<std::string, std::string>> answers;
-    DemographicNode(usageKey).EnumKeyValues(answers);
-    for (const auto& [key, answer] : answers)
-        DataRecTag(group, key.c_str(), answer.c_str());
 }

@@ -3,6 +3,8 @@
 
 #include <pthread.h>
 
+#include <map>
+
 using namespace testing;
 
 namespace {
@@ -26,24 +28,24 @@ const CallCase kCases[] = {
     {"UTAddToSession s \"Größe <1>\" NULL", "DataRec|1|Gr____e__1_|NOVALUE\n"},
     {"UTAddToSession s K \"a\xff <z='&\\\">\xc3\"", "DataRec|1|K|a\uFFFD <z='&\">\uFFFD\n"},
     {"UTAddToSession s K " + kLong,
-     Error("STRING", "3", kLong) + "DataRec|1|K|" + kLong.substr(88) + "\n"},
+     Error("STRING", "6", kLong) + "DataRec|1|K|" + kLong.substr(88) + "\n"},
     {"UTAddToSession s 1" + kLong + " V",
-     Error("STRING", "3", "1" + kLong) + "DataRec|1|VS_1" + kLong.substr(476) + "|V\n"},
+     Error("STRING", "6", "1" + kLong) + "DataRec|1|VS_1" + kLong.substr(476) + "|V\n"},
     {"UTAddToSession s NULL V", "", "VerifyString pcKey: VS_STR_NULL"},
-    {"UTAddToSession s \"\" V", Error("STRING", "3", "NOVALUE"),
+    {"UTAddToSession s \"\" V", Error("STRING", "6", "NOVALUE"),
      "VerifyString pcKey: VS_STR_EMPTY"},
     {"UTLogEvent s NULL NULL NULL NULL 0", "EventRec|0|NOVALUE|NOVALUE|NOVALUE\n"},
     {"UTLogEvent s \"2 a\" \"\" .b NULL 7", "EventRec|0|2 a|NOVALUE|.b\n"},
     {"UTLogEvent s C " + kLong + " E NULL 0",
-     Error("STRING", "3", kLong) + "EventRec|0|C|" + kLong.substr(472) + "|E\n"},
+     Error("STRING", "6", kLong) + "EventRec|0|C|" + kLong.substr(472) + "|E\n"},
     {"UTLogEvent s C S E abc -1", "", "VerifyDocIdBuffer: "},
     {"UTNewDataGroup s 2nd Sub \"my group\" g NULL 0\nUTAddToGroup s g K NULL\nUTAddToGroup s 0 K "
      "V",
-     "NewGroup|VS_2nd|Sub|my_group|3|0\nDataRec|3|K|NOVALUE\nDataRec|0|K|V\n"},
+     "NewGroup|VS_2nd|Sub|my_group|6|0\nDataRec|6|K|NOVALUE\nDataRec|0|K|V\n"},
     {"UTNewDataGroup s C NULL NULL g NULL 0\nUTAddToGroup s g K V",
-     "NewGroup|Vistra|NOVALUE|ValidationErrors|3|0\n" + Error("GROUPID", "4", "3"),
+     "NewGroup|Vistra|NOVALUE|ValidationErrors|6|0\n" + Error("GROUPID", "7", "6"),
      "AddToGroup VerifyGroupId: -1"},
-    {"UTNewDataGroup s \"\" S G g NULL 0", Error("STRING", "3", "NOVALUE"),
+    {"UTNewDataGroup s \"\" S G g NULL 0", Error("STRING", "6", "NOVALUE"),
      "VerifyString pcCategory: VS_STR_EMPTY"},
     {"UTNewDataGroup s C S G g abc -1\nUTNewDataGroup s C S G NULL NULL 0", "",
      "VerifyDocIdBuffer: "},
@@ -53,7 +55,7 @@ TEST_F(CallTest, WritesWhatCanBeUsedAndReportsTheRest) {
     for (const CallCase& given : kCases) {
         SCOPED_TRACE(given.calls);
         m_host.Play(kOpen + given.calls + "\n" + kClose);
-        EXPECT_EQ(Briefs(ReadSession(Files()), 9, 5), given.records);
+        EXPECT_EQ(Briefs(ReadSession(Files()), kStartRecords, kEndRecords), given.records);
         EXPECT_THAT(m_host.Log(), Contains("DEBUG " + given.logged));
         ClearFolder();
         std::filesystem::remove(m_account.DiagnosticLog());
@@ -71,10 +73,11 @@ TEST_F(CallTest, NamesADocumentByAHashOfItsOwnForEachUser) {
                                  kClose);
         const auto records =
             ReadSession({account.LogFolder() + "/" + NamesIn(account.LogFolder())[0]});
-        hash = records[9]["doc"];
-        EXPECT_TRUE(records[10]["doc"] == hash && records[11]["doc"] == hash);
-        EXPECT_TRUE(records[12]["doc"] != hash && records[13]["doc"] != hash);
-        EXPECT_THAT(hash + records[13]["doc"], MatchesRegex("[0-9]{14}"));
+        const DocumentRecord* events = &records[kStartRecords];
+        hash = events[0]["doc"];
+        EXPECT_TRUE(events[1]["doc"] == hash && events[2]["doc"] == hash);
+        EXPECT_TRUE(events[3]["doc"] != hash && events[4]["doc"] != hash);
+        EXPECT_THAT(hash + events[4]["doc"], MatchesRegex("[0-9]{14}"));
     }
     EXPECT_NE(hashes[0], hashes[1]);
 }
@@ -88,7 +91,7 @@ TEST_F(CallTest, WithoutALiveSessionDoesNothing) {
                               "S G g NULL 0\nUTAddToGroup F 1 K V\n";
     EXPECT_EQ(m_host.Play(calls), "-1\n-1\ns=NULL\ns=open\ns=NULL\ns=NULL\nF=open\nt=open\n"
                                   "NULL=NULL\nNULL=NULL\ng=-1\n");
-    EXPECT_EQ(ReadSession(Files()).size(), 14U);
+    EXPECT_EQ(ReadSession(Files()).size(), kStartRecords + kEndRecords);
 }
 
 TEST_F(CallTest, DemographicAnswersFitTheBufferOrAreCut) {
@@ -125,7 +128,7 @@ TEST_F(CallTest, DemographicAnswersBelongToProducts) {
                           "UTOptInSet other 0\nUTOptInGet other\nUTSetOptIn -1\nUTOptInGet key\n" +
                           get + "key A 4 4\n" + get + "a/b A 4 4\n"),
               "sub. 4\nnone. 5\nnone. 5\ns=open\ns=NULL\n0\n-1\n#### 4\n#### 4\n");
-    EXPECT_THAT(Briefs(ReadSession(Files())), HasSubstr("DataRec|2|A|own\n"));
+    EXPECT_THAT(Briefs(ReadSession(Files())), HasSubstr("DataRec|3|A|own\n"));
 }
 
 /// Every call, with "%" for each text.
@@ -218,17 +221,23 @@ TEST_F(CallTest, AFailedWriteDeletesTheFileAndEndsRecording) {
     EXPECT_THAT(Files(), IsEmpty());
 }
 
-TEST_F(CallTest, IsOneWriteForARecordAndAProcessForTheAgentOnly) {
+TEST_F(CallTest, IsOneWriteForARecordAProcessForTheAgentOnlyAndNoConnection) {
     if (std::system("strace -o /dev/null true 2>/dev/null") != 0)
         GTEST_SKIP() << "strace cannot run";
+    m_account.SetVariable("DISPLAY", "localhost:10");
     m_host.Play(kOpen + "repeat 50 UTAddToSession s K V\n" + kClose,
-                "ASAN_OPTIONS=detect_leaks=0 strace -f -y -qq -o trace -e trace=%desc,%process -e "
-                "signal=none");
+                "ASAN_OPTIONS=detect_leaks=0 strace -f -y -qq -o trace -e trace=%desc,%process,"
+                "%network -e signal=none");
     std::string onTheFile, programs, expected = "write "; // the marker
     for (std::size_t i = 0; i < ReadSession(Files()).size(); ++i)
         expected += "write ";
+    std::map<std::string, int> opened;
     for (const std::string& line : LinesOf(m_account.Root() + "/trace")) {
         const std::string call = line.substr(0, line.find('('));
+        EXPECT_THAT(call, Not(EndsWith(" socket"))) << line;
+        const std::size_t quote = line.find('"');
+        if (call.ends_with(" openat"))
+            ++opened[line.substr(quote, line.rfind('"') - quote)];
         if (line.find(".tmp>") != std::string::npos)
             onTheFile += call.substr(call.rfind(' ') + 1) + " ";
         if (call.ends_with(" execve"))
@@ -236,6 +245,12 @@ TEST_F(CallTest, IsOneWriteForARecordAndAProcessForTheAgentOnly) {
     }
     EXPECT_EQ(onTheFile.substr(onTheFile.find("write")), expected + "flock close ");
     const std::string agent = '"' + m_host.AgentBundle() + "/Contents/MacOS/LogTransport2\", ";
+    for (const char* source :
+         {"Host.app/Contents/Info.plist", "LogTransport2.app/Contents/Info.plist", "/proc/cpuinfo",
+          "/mimeapps.list"})
+        for (const auto& [path, times] : opened)
+            EXPECT_TRUE(!path.ends_with(source) || times == 1) << path << " opened " << times;
+    EXPECT_EQ(opened["\"/proc/cpuinfo"], 1);
     EXPECT_EQ(programs, "\"Host.app/Contents/MacOS/Host\", " + agent + agent);
 }
 
@@ -286,10 +301,10 @@ TEST_F(CallTest, MayComeFromEightThreadsOnSessionsOfTheirOwnAndASharedOne) {
             threads.emplace_back(work, name);
     }
     UTCloseSession(&shared);
-    EXPECT_EQ(ReadSession(Files()).size(), 14U + 8 * 51);
+    EXPECT_EQ(ReadSession(Files()).size(), kStartRecords + kEndRecords + 8 * 51);
     ASSERT_EQ(Files("ulog_Own_").size(), 8U);
     for (const std::string& path : Files("ulog_Own_"))
-        EXPECT_EQ(ReadSession({path}).size(), 14U + 50);
+        EXPECT_EQ(ReadSession({path}).size(), kStartRecords + kEndRecords + 50);
 }
 
 } // namespace

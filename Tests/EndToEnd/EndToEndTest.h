@@ -14,6 +14,9 @@ inline const std::string kStart = "UTStartSession s Suite Editor 1.0 100 en_US\n
 inline const std::string kOpen = kInitialize + "UTSetOptIn 1\n" + kStart;
 inline const std::string kClose = "UTCloseSession s\n";
 
+/// Records of a session without displays and demographic answers, before and after the host's own.
+inline constexpr std::size_t kStartRecords = 30, kEndRecords = 5;
+
 /// A host in a user account of its own, and what its calls leave there.
 struct EndToEndTest : testing::Test {
     static void Prefer(const std::string& key, int value) {
@@ -34,11 +37,11 @@ struct EndToEndTest : testing::Test {
     void ClearFolder() const { std::filesystem::remove_all(m_account.LogFolder()); }
 
     /// Records in brief, one a line, without the first and the last ones if told so.
-    static std::string Briefs(const std::vector<DocumentRecord>& records, long first = 0,
-                              long last = 0) {
+    static std::string Briefs(const std::vector<DocumentRecord>& records, std::size_t first = 0,
+                              std::size_t last = 0) {
         std::string briefs;
-        for (auto i = records.begin() + first; i < records.end() - last; ++i)
-            briefs += i->brief + "\n";
+        for (std::size_t i = first; i + last < records.size(); ++i)
+            briefs += records[i].brief + "\n";
         return briefs;
     }
 

@@ -8,7 +8,11 @@ inline constexpr char kNoDocument[] = "0";
 
 // Standard groups of a session.
 inline constexpr char kSessionGroup[] = "Session";
+inline constexpr char kSystemInfoGroup[] = "SystemInfo";
+inline constexpr char kScreenGroup[] = "VistraScreenResolution";
 inline constexpr char kDemographicsGroup[] = "Demographics";
+inline constexpr char kExecutableInfoGroup[] = "ExecutableInfo";
+inline constexpr char kUsageVersionInfoGroup[] = "UsageVersionInfo";
 inline constexpr char kValidationErrorsGroup[] = "ValidationErrors";
 inline constexpr char kOptInInfoGroup[] = "OptInInfo";
 
@@ -20,6 +24,34 @@ inline constexpr char kProductBuild[] = "ProductBuild";
 inline constexpr char kProductLanguage[] = "ProductLanguage";
 inline constexpr char kUser[] = "User";
 inline constexpr char kUserType[] = "UserType";
+
+// SystemInfo group.
+inline constexpr char kOS[] = "OS";
+inline constexpr char kOSType[] = "OSType";
+inline constexpr char kOSLanguage[] = "OSLanguage";
+inline constexpr char kUserLanguage[] = "UserLanguage";
+inline constexpr char kProcessor[] = "Processor";
+inline constexpr char kProcessorName[] = "ProcessorName";
+inline constexpr char kProcessorModel[] = "ProcessorModel";
+inline constexpr char kNumProcessors[] = "NumProcessors";
+inline constexpr char kSpeed[] = "Speed";
+inline constexpr char kMemory[] = "Memory";
+inline constexpr char kMonitorCount[] = "MonitorCount";
+inline constexpr char kDefaultBrowser[] = "DefaultBrowser";
+
+// VistraScreenResolution groups.
+inline constexpr char kScreenWidth[] = "width";
+inline constexpr char kScreenHeight[] = "height";
+
+// ExecutableInfo group.
+inline constexpr char kExecutableName[] = "ExecutableName";
+inline constexpr char kExecutableVersion[] = "ExecutableVersion";
+inline constexpr char kExecutableBuild[] = "ExecutableBuild";
+inline constexpr char kExecutableLanguage[] = "ExecutableLanguage";
+
+// UsageVersionInfo group: the agent and this library.
+inline constexpr char kAgentVersion[] = "LogTransport2.exe";
+inline constexpr char kLibraryVersion[] = "LogSession.dll";
 
 // ValidationErrors group.
 inline constexpr char kErrorType[] = "ErrorType";
