@@ -50,9 +50,10 @@ typedef struct LogSession LogSession;
  * anything else; a later accepted call replaces what an earlier one set.
  *
  * pcUsagekey: required, at most 64 bytes, no backslash. When it is refused nothing changes.
- * crashDetection: bit 0 asks for crash detection. This version stores it, without effect.
- * pcAgentFolder: the folder that holds the agent "LogTransport2.app"; NULL for the place inside
- * the host's own bundle.
+ * crashDetection: bit 0 asks for crash detection: where an agent is there, each open session has
+ * an empty marker file in the user's Logs folder, which UTCloseSession deletes and a crash leaves.
+ * pcAgentFolder: the folder that holds the agent "LogTransport2.app"; NULL changes nothing.
+ * Until a folder is named, the agent is looked for inside the host's own bundle.
  */
 UT_EXPORT void UTInitialize(const char* pcUsagekey, unsigned char crashDetection,
                             const char* pcAgentFolder);

@@ -1,3 +1,4 @@
+#include "LogSession/CrashHandler.h"
 #include "LogSession/LogDataValidator.h"
 #include "LogSession/LogSession.h"
 #include "LogSession/LogSessionManager.h"
@@ -8,6 +9,7 @@
 #include "Utility/src/Mac/LogTransUtilsMac.h"
 #include "Utility/src/RecordNames.h"
 
+#include <exception>
 #include <memory>
 
 namespace WRAPPERLAYER {
@@ -70,13 +72,24 @@ void RefreshOptInDocument(const ProductTexts& product) {
         LogTransUtils::UploadLog(path);
 }
 
-/// Makes and registers the session.
+/// Ends the life of a session, whatever became of its document.
+struct SessionEnd {
+    void operator()(LogSession* session) const {
+        LogSessionManager::GetInstance()->Remove(session);
+        delete session;
+    }
+};
+using OwnedSession = std::unique_ptr<LogSession, SessionEnd>;
+
+/// Makes and registers the session, and marks it as open.
 LogSession* OpenSession(const ProductTexts& product) {
-    auto session = std::make_unique<LogSession>(product.family.c_str(), product.name.c_str(),
-                                                product.version.c_str(), product.build.c_str(),
-                                                product.language.c_str());
+    OwnedSession session(new LogSession(product.family.c_str(), product.name.c_str(),
+                                        product.version.c_str(), product.build.c_str(),
+                                        product.language.c_str()));
     LogSessionUtils::CheckOptDate(product.family);
     LogSessionManager::GetInstance()->Add(session.get());
+    if (OptInPolicy::GetInstance()->GetCrashDetection())
+        CrashHandler::SetCrashHandler(session.get(), product.family);
     return session.release();
 }
 
@@ -97,38 +110,33 @@ const char* OptInText(int optIn) {
 void RecordOptIn(LogSession* session) {
     using namespace RecordNames;
     const std::string key = OptInPolicy::GetInstance()->GetUsageKey();
+    const int optIn = LogSessionUtils::GetOptIn(key.c_str());
     int group = -1;
     NewDataGroup(session, kVistraCategory, nullptr, kOptInInfoGroup, group, nullptr, 0);
     AddToGroup(session, group, kOptInKey, key.c_str());
-    AddToGroup(session, group, kOptInAnswer, OptInText(LogSessionUtils::GetOptIn(key.c_str())));
+    AddToGroup(session, group, kOptInAnswer, OptInText(optIn));
     const std::string dateKey = LogSessionUtils::GenerateOptInDateKey(key);
     std::string date;
     if (LogSessionUtils::GetOptIn(key.c_str(), dateKey.c_str(), date))
         AddToGroup(session, group, kOptInDate, date.c_str());
 }
 
-/// Ends the life of a session when it goes, however closing the document went, and clears the
-/// host's variable.
-class SessionEnd {
-public:
-    explicit SessionEnd(LogSession** session) : m_session(session) {}
-    ~SessionEnd() {
-        LogSessionManager::GetInstance()->Remove(*m_session);
-        delete *m_session;
-        *m_session = nullptr;
-    }
-    SessionEnd(const SessionEnd&) = delete;
-    SessionEnd& operator=(const SessionEnd&) = delete;
-
-private:
-    LogSession** m_session;
-};
-
+/// Ends the document also when its last group could not be written: it is handed off, and its
+/// marker does not look like a crash.
 void CloseDocument(LogSession* session) {
-    LogDebug("UTCloseSession has valid session", __LINE__);
-    RecordOptIn(session);
-    LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+    std::exception_ptr failure;
+    try {
+        LogDebug("UTCloseSession has valid session", __LINE__);
+        RecordOptIn(session);
+        LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+    } catch (const std::exception&) {
+        failure = std::current_exception();
+    }
+    if (OptInPolicy::GetInstance()->GetCrashDetection())
+        CrashHandler::RemoveSessionInfo(session);
     session->EndSession();
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 } // namespace
@@ -168,11 +176,13 @@ int WRAPPERUTStartSession(LogSession** out, const char* pcAppFamily, const char*
     if (out)
         *out = nullptr;
     LogInfo("UTStartSession", __LINE__);
-    ProductTexts product;
-    if (!out ||
-        !VerifyProduct(product, pcAppFamily, pcAppName, pcAppversion, pcAppbuild, pcApplanguage))
+    if (!out) {
+        LogDebug("UTStartSession session: NULL", __LINE__);
         return 1;
-    if (!PassesGates(pcAppFamily, pcAppName))
+    }
+    ProductTexts product;
+    if (!VerifyProduct(product, pcAppFamily, pcAppName, pcAppversion, pcAppbuild, pcApplanguage) ||
+        !PassesGates(pcAppFamily, pcAppName))
         return 1;
     const bool consent = OptInPolicy::GetInstance()->AllowsRecording();
     if (consent) {
@@ -188,11 +198,14 @@ int WRAPPERUTStartSession(LogSession** out, const char* pcAppFamily, const char*
 int WRAPPERUTCloseSession(LogSession** session) {
     const MutexProxy lock(gApiMutex);
     LogInfo("UTCloseSession", __LINE__);
-    if (!session || !LogSessionManager::GetInstance()->ValidateSession(*session))
+    // Read once: the host's variable may change under another of its threads.
+    LogSession* const open = session ? *session : nullptr;
+    if (!LogSessionManager::GetInstance()->ValidateSession(open))
         return 1;
     {
-        const SessionEnd end(session);
-        CloseDocument(*session);
+        const OwnedSession owned(open);
+        *session = nullptr;
+        CloseDocument(open);
     }
     LogDebug("UTCloseSession Success: ", __LINE__);
     return 0;

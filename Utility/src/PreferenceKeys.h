@@ -12,6 +12,7 @@ inline constexpr char kObfuscate[] = "obfuscate";
 inline constexpr char kSend[] = "send";
 inline constexpr char kUserGuid[] = "GUID";
 inline constexpr char kUserType[] = "UserType";
+inline constexpr char kCrashProcessor[] = "CRProcessor"; ///< process names to agent executables
 
 // Below a product's key.
 inline constexpr char kOptIn[] = "OptIn";

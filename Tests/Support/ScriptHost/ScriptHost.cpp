@@ -4,6 +4,7 @@
 //
 //   repeat N CALL   plays a call N times   failing N CALL  its Nth allocation fails
 //   copy a b        copies session variable b; F holds a foreign handle from the start
+//   count a         records 0, 1, 2, ... and prints each when it is recorded, until it is killed
 #include "LogSession/UTLogData.h"
 
 #include <algorithm>
@@ -117,6 +118,11 @@ const std::map<std::string, void (*)()> kCalls = {
     {"UTSetNonDefaultDemographic", [] { UTSetNonDefaultDemographic(Text(1), Text(2), Text(3)); }},
     {"UTSetSerializationState", [] { std::cout << UTSetSerializationState(Number(1)) << "\n"; }},
     {"copy", [] { *Variable(1) = Session(2); }},
+    {"count",
+     [] {
+         for (int i = 0;; std::cout << i++ << std::endl)
+             UTAddToSession(Session(1), "Number", std::to_string(i).c_str());
+     }},
 };
 
 void Split(const std::string& line) {

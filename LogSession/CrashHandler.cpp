@@ -1,0 +1,114 @@
+#include "LogSession/CrashHandler.h"
+
+#include "LogSession/LogSession.h"
+#include "LogSession/OptInPolicy.h"
+#include "Platform/Process.h"
+#include "Utility/src/Converters.h"
+#include "Utility/src/Logger.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
+#include "Utility/src/Mac/LogTransUtilsMac.h"
+#include "Utility/src/Mac/PreferenceUtil.h"
+#include "Utility/src/PreferenceKeys.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace CrashHandlingSpace {
+
+namespace {
+
+Logger* const logger = Logger::GetLogger(kLoggerName);
+constexpr char kSourceUnit[] = "LogSession/CrashHandler";
+constexpr long kEntryLine = 493; ///< under which readers of the log know the entry
+constexpr char kMarkerFolder[] = "Logs/Norvale/Vistra/SessionInfo/";
+constexpr char kMarkerExtension[] = ".sif";
+constexpr std::size_t kKeptMarkers = 50;
+
+/// A marker of the folder. Those of one second are ordered by path, so that two processes that
+/// prune at once choose the same ones.
+struct FileStat {
+    std::string path;
+    std::uint64_t modified = 0; ///< seconds since 1970
+    bool operator<(const FileStat& other) const {
+        return std::tie(modified, path) < std::tie(other.modified, other.path);
+    }
+};
+
+/// Finds the folder of the markers and creates it. 0, -1 when the user has no Library folder, -2
+/// when the folder cannot be created.
+int GetLogDir(std::string& dir) {
+    std::string library;
+    if (!LogTransUtils::GetUserLibraryDir(library))
+        return -1;
+    dir = FileSystemUtils::AppendPathElement(library) + kMarkerFolder;
+    return FileSystemUtils::CreateLocalDirectory(dir) ? 0 : -2;
+}
+
+/// Path of the session's marker in the folder. False only for a null session.
+bool GetSessionInfoName(LogSession* session, const std::string& dir, std::string& path) {
+    if (!session)
+        return false;
+    path = FileSystemUtils::AppendPathElement(dir) + OptInPolicy::GetInstance()->GetUsageKey();
+    for (const std::string& field :
+         {session->GetProductFamily(), session->GetProductName(), session->GetSessionId(),
+          Converters::NumberToString(Platform::CurrentProcessId()), session->GetProcessName()})
+        path += "_" + field;
+    path += kMarkerExtension;
+    return true;
+}
+
+/// Deletes the oldest files beyond the limit.
+void PruneMarkers(const std::string& dir) {
+    std::vector<std::string> paths;
+    FileSystemUtils::GetFilesInDirectory(dir, paths, false);
+    if (paths.size() <= kKeptMarkers)
+        return;
+    std::vector<FileStat> files;
+    for (std::string& path : paths) {
+        FileStat& file = files.emplace_back(FileStat{std::move(path)});
+        FileSystemUtils::GetFileLastModifiedTime(file.path, file.modified);
+    }
+    std::ranges::sort(files, std::less());
+    files.resize(files.size() - kKeptMarkers);
+    for (const FileStat& file : files)
+        FileSystemUtils::DeleteLocalFile(file.path);
+}
+
+} // namespace
+
+} // namespace CrashHandlingSpace
+
+using namespace CrashHandlingSpace;
+
+LogSession* CrashHandler::gpLogSession = nullptr;
+
+bool CrashHandler::SetCrashHandler(LogSession* session, const std::string&) {
+    logger->LogInfo("CrashHandler::SetCrashHandler", kSourceUnit, kEntryLine);
+    const std::string agent = LogTransUtils::GetTransporterExeFullPath();
+    if (session)
+        PreferenceUtil::SetPreferenceValue(
+            PreferenceKeys::kCrashProcessor, session->GetProcessName(), PreferenceKeys::kDomain,
+            agent, kCFPreferencesCurrentUser, kCFPreferencesCurrentHost);
+    if (FileSystemUtils::DoesPathExist(agent))
+        RecordSessionInfo(session);
+    gpLogSession = session;
+    return true;
+}
+
+bool CrashHandler::RecordSessionInfo(LogSession* session) {
+    std::string dir, path;
+    if (!session || GetLogDir(dir) != 0 || !GetSessionInfoName(session, dir, path))
+        return false;
+    FileSystemUtils::WriteFile("", path);
+    return true;
+}
+
+bool CrashHandler::RemoveSessionInfo(LogSession* session) {
+    std::string dir, path;
+    if (GetLogDir(dir) != 0 || !GetSessionInfoName(session, dir, path))
+        return false;
+    if (!FileSystemUtils::DoesPathExist(path) || !FileSystemUtils::DeleteLocalFile(path))
+        return false;
+    PruneMarkers(dir);
+    return true;
+}
