@@ -4,6 +4,7 @@
 #include "Platform/Linux/XScreen.h"
 #include "Platform/Linux/XcbConversation.h"
 
+#include <cstdlib>
 #include <xcb/randr.h>
 
 namespace Platform {
