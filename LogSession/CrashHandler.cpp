@@ -89,7 +89,7 @@ bool CrashHandler::SetCrashHandler(LogSession* session, const std::string&) {
         PreferenceUtil::SetPreferenceValue(
             PreferenceKeys::kCrashProcessor, session->GetProcessName(), PreferenceKeys::kDomain,
             agent, kCFPreferencesCurrentUser, kCFPreferencesCurrentHost);
-    if (FileSystemUtils::DoesPathExist(agent))
+    if (!agent.empty())
         RecordSessionInfo(session);
     gpLogSession = session;
     return true;

@@ -41,6 +41,9 @@ std::optional<std::string> ReadFile(const std::string& path,
 /// untouched, when it cannot be written, or an existing file may not be.
 bool ReplaceFile(const std::string& path, std::string_view content);
 
+/// Sets the file's modification time to now. False when it is not there or may not be written.
+bool RenewModificationTime(const std::string& path);
+
 /// Copies the content of a regular file to a name that does not exist. False on any failure, with
 /// nothing left at the new name.
 bool CopyFile(const std::string& source, const std::string& destination);

@@ -27,7 +27,7 @@ bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, 
 bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef domain,
                         CFStringRef user, CFStringRef host);
 
-/// Makes the domain agree with persistent storage. Returns false when that cannot be read.
+/// Makes the domain agree with persistent storage. Returns false when that cannot be.
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host);
 
 } // namespace Platform

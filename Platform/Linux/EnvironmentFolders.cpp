@@ -44,7 +44,9 @@ std::string UserFolder(const char* variable, const char* belowHome) {
     if (!named.empty())
         return named;
     const std::string home = HomeFolder();
-    return home.empty() ? home : (std::filesystem::path(home) / belowHome).string();
+    if (home.empty())
+        return home;
+    return home + (home.ends_with('/') ? "" : "/") + belowHome;
 }
 
 } // namespace
@@ -72,8 +74,10 @@ std::vector<std::string> SharedConfigFolders() {
 }
 
 bool CreateFolderWithParents(const std::string& path) {
-    std::vector<std::filesystem::path> missing;
     std::error_code failure;
+    if (std::filesystem::is_directory(path, failure))
+        return true;
+    std::vector<std::filesystem::path> missing;
     std::filesystem::path folder = path;
     for (; !std::filesystem::exists(folder, failure) && folder.has_relative_path();
          folder = folder.parent_path())

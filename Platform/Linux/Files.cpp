@@ -81,10 +81,14 @@ std::optional<std::string> ReadFile(const std::string& path, std::uint64_t maxim
 
 bool ReplaceFile(const std::string& path, std::string_view content) {
     if (ReadFile(path, content.size()) == content)
-        return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 &&
-               ::utimensat(AT_FDCWD, path.c_str(), nullptr, 0) == 0;
+        return RenewModificationTime(path);
     TemporaryFile next = TemporaryFile::Unique(path);
     return next.Store(content) && next.Replace(path);
+}
+
+bool RenewModificationTime(const std::string& path) {
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0 &&
+           ::utimensat(AT_FDCWD, path.c_str(), nullptr, 0) == 0;
 }
 
 bool CopyFile(const std::string& source, const std::string& destination) {

@@ -23,16 +23,14 @@ constexpr std::string_view kNameLabels[] = {"model name", "Model Name", "Process
 constexpr std::string_view kClockLabels[] = {"cpu MHz", "CPU MHz", "clock"};
 
 /// The start of a kernel file, as much as one read gives: the first processor of a description
-/// that grows with their number. Nothing when it cannot be read.
-std::optional<std::string> ReadStart(const std::string& path) {
+/// that grows with their number. Empty when it cannot be read.
+std::string ReadStart(const std::string& path) {
     const Descriptor file = OpenDescriptor(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     std::array<char, 4096> buffer;
     const ssize_t count =
         file.IsOpen() ? Retried([&] { return ::read(file.Get(), buffer.data(), buffer.size()); })
                       : -1;
-    if (count < 0)
-        return std::nullopt;
-    return std::string(buffer.data(), static_cast<std::size_t>(count));
+    return std::string(buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
 }
 
 /// The value of the first line "label : value"; empty where there is none.
@@ -69,22 +67,19 @@ int LeadingNumber(std::string_view text) {
 
 } // namespace
 
-std::optional<ProcessorDescription> DescribeProcessor(const std::string& root) {
-    const std::optional<std::string> text = ReadStart(root + kProcessors);
-    const std::optional<std::string> kilohertz = ReadStart(root + kHighestKilohertz);
-    if (!text && !kilohertz)
-        return std::nullopt;
+ProcessorDescription DescribeProcessor(const std::string& root) {
+    const std::string text = ReadStart(root + kProcessors);
     ProcessorDescription processor;
-    processor.name = FirstValueOf(kNameLabels, text.value_or(""));
-    processor.megahertz = LeadingNumber(kilohertz.value_or("")) / 1000;
+    processor.name = FirstValueOf(kNameLabels, text);
+    processor.megahertz = LeadingNumber(ReadStart(root + kHighestKilohertz)) / 1000;
     if (processor.megahertz == 0)
-        processor.megahertz = LeadingNumber(FirstValueOf(kClockLabels, text.value_or("")));
+        processor.megahertz = LeadingNumber(FirstValueOf(kClockLabels, text));
     return processor;
 }
 
 std::string DescribeModel(const std::string& root) {
     for (const char* file : kModelFiles) {
-        const std::string text = ReadStart(root + file).value_or("");
+        const std::string text = ReadStart(root + file);
         const std::string_view model = Trimmed(FirstLine(text));
         if (!model.empty() && IsPlainText(model))
             return std::string(model);

@@ -2,7 +2,6 @@
 
 #include "Platform/Machine.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,8 +15,7 @@ struct ProcessorDescription {
     int megahertz = 0; ///< 0 where the kernel tells none
 };
 
-/// Nothing when none of the files can be read.
-std::optional<ProcessorDescription> DescribeProcessor(const std::string& root);
+ProcessorDescription DescribeProcessor(const std::string& root);
 
 /// The machine's name from its firmware or its device tree; empty where neither has one.
 std::string DescribeModel(const std::string& root);

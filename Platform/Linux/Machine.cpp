@@ -1,7 +1,6 @@
 #include "Platform/Machine.h"
 
 #include "Platform/Linux/KernelFiles.h"
-#include "Platform/ThreadAnnotations.h"
 
 #include <algorithm>
 #include <sys/utsname.h>
@@ -11,26 +10,22 @@ namespace Platform {
 
 namespace {
 
-/// What the kernel's files say of the machine does not change while a program runs: each is read
-/// until it tells something, and then kept.
-struct KnownMachine {
-    AnnotatedMutex lock;
-    std::optional<ProcessorDescription> processor VISTRA_GUARDED_BY(lock);
-    std::string model VISTRA_GUARDED_BY(lock);
+/// A figure of the system; 0 when it cannot be had.
+std::uint64_t Figure(int name) {
+    return static_cast<std::uint64_t>(std::max(::sysconf(name), 0L));
+}
+
+/// What does not change while a program runs. It is looked up once.
+struct MachineFacts {
+    ProcessorDescription processor = DescribeProcessor("");
+    std::string model = DescribeModel("");
+    int processorCount = static_cast<int>(Figure(_SC_NPROCESSORS_ONLN));
 };
 
 /// Never destroyed, as calls may come from the host's exit handlers.
-KnownMachine& Known() {
-    static KnownMachine& machine = *new KnownMachine();
-    return machine;
-}
-
-ProcessorDescription Processor() {
-    KnownMachine& known = Known();
-    const ScopedLock lock(known.lock);
-    if (!known.processor)
-        known.processor = DescribeProcessor("");
-    return known.processor.value_or(ProcessorDescription());
+const MachineFacts& Facts() {
+    static const MachineFacts& facts = *new MachineFacts();
+    return facts;
 }
 
 utsname SystemNames() {
@@ -38,11 +33,6 @@ utsname SystemNames() {
     if (::uname(&names) != 0)
         names = {};
     return names;
-}
-
-/// A figure of the system; 0 when it cannot be had.
-std::uint64_t Figure(int name) {
-    return static_cast<std::uint64_t>(std::max(::sysconf(name), 0L));
 }
 
 } // namespace
@@ -56,23 +46,19 @@ std::string HardwareName() {
 }
 
 std::string ProcessorName() {
-    return Processor().name;
+    return Facts().processor.name;
 }
 
 std::string MachineModel() {
-    KnownMachine& known = Known();
-    const ScopedLock lock(known.lock);
-    if (known.model.empty())
-        known.model = DescribeModel("");
-    return known.model;
+    return Facts().model;
 }
 
 int ProcessorMegahertz() {
-    return Processor().megahertz;
+    return Facts().processor.megahertz;
 }
 
 int ProcessorCount() {
-    return static_cast<int>(Figure(_SC_NPROCESSORS_ONLN));
+    return Facts().processorCount;
 }
 
 std::uint64_t MemoryBytes() {

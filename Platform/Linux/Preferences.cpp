@@ -83,8 +83,8 @@ bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef 
 }
 
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host) {
-    const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
-    return paths && ReadFirst(*paths).condition != Condition::Unreadable;
+    // Every read looks at the files of the moment, and every write has put its file in place.
+    return FindPreferences(domain, user, host).has_value();
 }
 
 } // namespace Platform

@@ -56,11 +56,20 @@ void ConfigFileContainer::Clear() {
 
 std::uint32_t ConfigFileContainer::Read(const std::string& path) {
     Clear();
-    const std::optional<std::string> text = Platform::ReadFile(path);
-    return text ? Update(*text) : kFailure;
+    m_read = Platform::ReadFile(path);
+    m_readPath = path;
+    return m_read ? Update(*m_read) : kFailure;
 }
 
-std::uint32_t ConfigFileContainer::Write(const std::string& path) const {
+std::uint32_t ConfigFileContainer::Write(const std::string& path) {
+    const std::string text = Text();
+    if (m_read == text && m_readPath == path && Platform::RenewModificationTime(path))
+        return 0;
+    m_read.reset();
+    return Platform::ReplaceFile(path, text) ? 0 : kFailure;
+}
+
+std::string ConfigFileContainer::Text() const {
     std::string text;
     std::optional<std::string> current;
     for (const auto& [tableKey, value] : m_entries) {
@@ -70,7 +79,7 @@ std::uint32_t ConfigFileContainer::Write(const std::string& path) const {
         text += KeyOf(tableKey) + '=' + value + '\n';
         current = section;
     }
-    return Platform::ReplaceFile(path, text) ? 0 : kFailure;
+    return text;
 }
 
 std::uint32_t ConfigFileContainer::Update(const std::string& text) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,8 +26,9 @@ public:
     /// Replaces the table by the file's entries. 0, or kFailure with the table emptied.
     std::uint32_t Read(const std::string& path);
 
-    /// Writes the table as a normalised file, whole or not at all. 0, or kFailure.
-    std::uint32_t Write(const std::string& path) const;
+    /// Writes the table as a normalised file, whole or not at all; only the modification time when
+    /// that is what was read there. 0, or kFailure.
+    std::uint32_t Write(const std::string& path);
 
     /// Merges the entries of a text; always 0.
     std::uint32_t Update(const std::string& text);
@@ -59,5 +61,9 @@ public:
 private:
     std::string Store(const std::string& tableKey, const std::string& value);
 
+    std::string Text() const;
+
     std::map<std::string, std::string> m_entries;
+    std::string m_readPath;
+    std::optional<std::string> m_read; ///< the file's text, until it is written over
 };

@@ -124,6 +124,8 @@ std::string QuotedForShell(const std::string& text) {
 bool FileSystemUtils::CreateLocalDirectory(const std::string& path) {
     if (path.empty() || path.find('\0') != std::string::npos)
         return false;
+    if (IsDirectory(path))
+        return true;
     const std::string parent = GetParentPath(path);
     if (path == parent)
         return true;
@@ -135,12 +137,16 @@ bool FileSystemUtils::CreateLocalDirectory(const std::string& path) {
 bool FileSystemUtils::DeleteLocalFile(const std::string& path) {
     // Without its trailing delimiter a link is the item itself, not the folder behind it.
     const std::string item = RightTrimPathByDelimiter(path);
-    if (ItemTypeOf(item) == fs::file_type::not_found)
+    const fs::file_type type = ItemTypeOf(item);
+    if (type == fs::file_type::not_found)
         return true;
     std::error_code error;
     if (fs::path(item).relative_path().empty()) // the root
         return false;
-    fs::remove_all(item, error);
+    if (type == fs::file_type::directory)
+        fs::remove_all(item, error);
+    else
+        fs::remove(item, error);
     return !error;
 }
 

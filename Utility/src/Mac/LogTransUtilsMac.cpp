@@ -176,7 +176,7 @@ std::string LogTransUtils::GetAgentPath() {
 }
 
 bool LogTransUtils::AgentExists() {
-    return FileSystemUtils::DoesPathExist(GetTransporterExeFullPath());
+    return !GetTransporterExeFullPath().empty();
 }
 
 bool LogTransUtils::SaveTransporterExePath() {

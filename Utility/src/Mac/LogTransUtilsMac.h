@@ -29,6 +29,7 @@ public:
 
     static std::string GetExePathFromLogTransportBundlePath(const std::string& bundlePath);
     static std::string GetNonDefaultLogTransportExeFullPath(const std::string& bundlePath);
+    /// Empty when there is no agent.
     static std::string GetTransporterExeFullPath();
     static std::string GetAgentPath();
     static bool AgentExists();

@@ -115,8 +115,6 @@ std::string LogUtils::GetVersion(const std::string& bundleId) {
 
 std::string LogUtils::GetLogTransportAppVersion(const std::string& agentPath) {
     std::string version;
-    if (FileSystemUtils::DoesPathExist(agentPath))
-        CFBundleUtil::GetPropertyFromBundle(Platform::BundleAtPath(agentPath), kVersionKey,
-                                            version);
+    CFBundleUtil::GetPropertyFromBundle(Platform::BundleAtPath(agentPath), kVersionKey, version);
     return version;
 }
