@@ -1,31 +1,30 @@
 #include "Benchmarks/RatioReporter.h"
 
-#include <iomanip>
+#include "Benchmarks/ResultTable.h"
 
 namespace {
 
 constexpr char kCallSuffix[] = "/call";
-constexpr char kFloorSuffix[] = "/write";
+constexpr char kFloorSuffix[] = "/floor";
+constexpr double kMicroseconds = 1e6;
 
 } // namespace
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs)
         if (run.aggregate_name == "median")
-            m_medians[run.run_name.function_name] = run.GetAdjustedRealTime();
+            m_medians[run.run_name.function_name] = run.GetAdjustedRealTime() * kMicroseconds /
+                                                    benchmark::GetTimeUnitMultiplier(run.time_unit);
     ConsoleReporter::ReportRuns(runs);
 }
 
 void RatioReporter::Finalize() {
-    std::ostream& out = GetOutputStream();
     for (const auto& [name, median] : m_medians) {
         if (!name.ends_with(kCallSuffix))
             continue;
         const std::string what = name.substr(0, name.size() - (sizeof kCallSuffix - 1));
         const auto floor = m_medians.find(what + kFloorSuffix);
         if (floor != m_medians.end())
-            out << std::left << std::setw(40) << what << std::right << std::fixed
-                << std::setprecision(2) << median / floor->second
-                << " times a bare write of the same bytes\n";
+            ResultTable::Add(what, "us", median, floor->second);
     }
 }

@@ -5,13 +5,13 @@
 #include <map>
 #include <string>
 
-/// Prints, after the usual table, the median of every measurement "<what>/call" as a multiple of
-/// the median of "<what>/write".
+/// Adds the median of every measurement "<what>/call" to the results, beside the median of
+/// "<what>/floor".
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
     void ReportRuns(const std::vector<Run>& runs) override;
     void Finalize() override;
 
 private:
-    std::map<std::string, double> m_medians;
+    std::map<std::string, double> m_medians; ///< in microseconds
 };

@@ -5,39 +5,30 @@
 // of the first kind stays within one file. The sustained kind goes through many: its partner
 // creates and renames the same files.
 
-#include "Benchmarks/BenchmarkAccount.h"
+#include "Benchmarks/HostCalls.h"
 #include "Benchmarks/RatioReporter.h"
-#include "LogSession/UTLogData.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstring>
 #include <functional>
 
 namespace {
 
 constexpr std::size_t kFileBytes = 102'400;
-constexpr std::size_t kStartBytes = 4'096; ///< more than what a session writes at its start
+constexpr std::size_t kStartBytes = 8'192; ///< more than what a session writes at its start
 constexpr int kRepetitions = 201;
 constexpr benchmark::IterationCount kSustainedRecords = 50'000;
 constexpr int kSustainedRepetitions = 9;
 
 using Call = std::function<void(LogSession*)>;
 
-LogSession* StartSession() {
-    LogSession* session = nullptr;
-    UTStartSession(&session, "Benchmark", "Records", "1.0", "1", "en");
-    return session;
-}
-
-void MeasureCall(benchmark::State& state, const Call& call) {
-    LogSession* session = StartSession();
-    if (!session)
-        state.SkipWithError("no session");
+void MeasureCall(benchmark::State& state, const BenchmarkAccount& account, const Call& call) {
+    LogSession* session = HostCalls::StartSession();
     for (auto _ : state)
         call(session);
     UTCloseSession(&session);
+    account.RemoveDocuments();
 }
 
 /// A file that is renamed and followed by another one when it is full.
@@ -71,32 +62,37 @@ private:
     int m_index = 0;
 };
 
-void MeasureWrite(benchmark::State& state, const std::string& folder, const std::string& record) {
-    BareFile file(folder);
-    for (auto _ : state)
-        if (!file.Write(record))
-            state.SkipWithError("write failed");
+void MeasureWrite(benchmark::State& state, const BenchmarkAccount& account,
+                  const std::string& record) {
+    {
+        BareFile file(account.LogFolder());
+        for (auto _ : state)
+            if (!file.Write(record))
+                throw std::runtime_error("bare write");
+    }
+    account.RemoveDocuments();
 }
 
-void Register(const std::string& name, const std::string& folder, const std::string& record,
+void Register(const std::string& name, const BenchmarkAccount& account, const std::string& record,
               const Call& call, benchmark::IterationCount records, int repetitions) {
-    benchmark::RegisterBenchmark((name + "/call").c_str(),
-                                 [call](benchmark::State& state) { MeasureCall(state, call); })
+    benchmark::RegisterBenchmark(
+        (name + "/call").c_str(),
+        [&account, call](benchmark::State& state) { MeasureCall(state, account, call); })
         ->Iterations(records)
         ->Repetitions(repetitions)
         ->ReportAggregatesOnly();
     benchmark::RegisterBenchmark(
-        (name + "/write").c_str(),
-        [folder, record](benchmark::State& state) { MeasureWrite(state, folder, record); })
+        (name + "/floor").c_str(),
+        [&account, record](benchmark::State& state) { MeasureWrite(state, account, record); })
         ->Iterations(records)
         ->Repetitions(repetitions)
         ->ReportAggregatesOnly();
 }
 
-void RegisterWithinFile(const std::string& name, const std::string& folder,
+void RegisterWithinFile(const std::string& name, const BenchmarkAccount& account,
                         const std::string& record, const Call& call) {
     const std::size_t records = (kFileBytes - kStartBytes) / record.size();
-    Register(name, folder, record, call, static_cast<benchmark::IterationCount>(records),
+    Register(name, account, record, call, static_cast<benchmark::IterationCount>(records),
              kRepetitions);
 }
 
@@ -113,9 +109,10 @@ std::string ValueRecord(const std::string& data) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool plain = argc > 1 && std::strcmp(argv[1], "--plain") == 0;
-    BenchmarkAccount account(!plain);
+    const bool plain = HostCalls::IsPlain(argc, argv);
+    const BenchmarkAccount account(!plain);
     benchmark::Initialize(&argc, argv);
+    HostCalls::Initialize(account);
     // A value whose every character is escaped, and the same as it is recorded.
     static const std::string markup(512, '<');
     std::string references;
@@ -126,14 +123,14 @@ int main(int argc, char** argv) {
         UTLogEvent(session, "File", "Open", "Image", nullptr, 0);
     };
     const std::string suffix = plain ? " in clear" : " obfuscated";
-    RegisterWithinFile("UTLogEvent" + suffix, account.Root(), EventRecord(), logEvent);
-    RegisterWithinFile("UTAddToSession" + suffix, account.Root(), ValueRecord("dark"),
+    RegisterWithinFile("UTLogEvent" + suffix, account, EventRecord(), logEvent);
+    RegisterWithinFile("UTAddToSession" + suffix, account, ValueRecord("dark"),
                        [](LogSession* session) { UTAddToSession(session, "Theme", "dark"); });
     RegisterWithinFile(
-        "UTAddToSession, 512 of '<'" + suffix, account.Root(), ValueRecord(references),
+        "UTAddToSession, 512 of '<'" + suffix, account, ValueRecord(references),
         [](LogSession* session) { UTAddToSession(session, "Theme", markup.c_str()); });
-    Register("UTLogEvent sustained" + suffix, account.Root(), EventRecord(), logEvent,
-             kSustainedRecords, kSustainedRepetitions);
+    Register("UTLogEvent sustained" + suffix, account, EventRecord(), logEvent, kSustainedRecords,
+             kSustainedRepetitions);
     RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
