@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // File services that the C++ library does not offer. Files are created readable and writable by
 // their user alone, and no descriptor survives an exec. Nothing here logs or throws on a failed
@@ -53,6 +54,16 @@ bool RenameWithoutReplacing(const std::string& source, const std::string& destin
 
 /// Creates a folder with the permissions of `parent`. True also when a folder is already there.
 bool CreateFolder(const std::string& path, const std::string& parent);
+
+struct FolderEntry {
+    std::string name;
+    bool isFolder = false; ///< also a link to one
+    bool isLink = false;
+};
+
+/// The entries of a folder but itself and its parent, in no order. Nothing when it cannot be
+/// listed; entries that cannot be read any more are left out.
+std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
 
 /// A point in time since 1970, to the nanosecond.
 struct FileTime {

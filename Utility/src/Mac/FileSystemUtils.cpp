@@ -31,26 +31,30 @@ bool AddSize(const std::string& path, std::uint64_t& logical, std::uint64_t& phy
     return true;
 }
 
-bool AddFolderSize(const fs::path& folder, std::uint64_t& logical, std::uint64_t& physical) {
+bool AddFolderSize(const std::string& folder, std::uint64_t& logical, std::uint64_t& physical) {
+    const auto entries = Platform::ListFolder(folder);
+    if (!entries)
+        return false;
     bool complete = true;
-    std::error_code error;
-    fs::recursive_directory_iterator entry(folder, error);
-    for (; !error && entry != fs::recursive_directory_iterator(); entry.increment(error)) {
-        std::error_code unknownType;
-        if (entry->symlink_status(unknownType).type() != fs::file_type::directory)
-            complete = AddSize(entry->path().string(), logical, physical) && complete;
+    for (const Platform::FolderEntry& entry : *entries) {
+        const std::string path = FileSystemUtils::AppendPathElement(folder, entry.name);
+        complete = (entry.isFolder && !entry.isLink ? AddFolderSize(path, logical, physical)
+                                                    : AddSize(path, logical, physical)) &&
+                   complete;
     }
-    return complete && !error;
+    return complete;
 }
 
-template <class Iterator>
-void AppendFiles(const std::string& folder, std::vector<std::string>& files) {
-    std::error_code error;
-    Iterator entry(folder, fs::directory_options::skip_permission_denied, error);
-    for (; !error && entry != Iterator(); entry.increment(error)) {
-        std::error_code unknownType;
-        if (!entry->is_directory(unknownType))
-            files.push_back(entry->path().string());
+void AppendFiles(const std::string& folder, bool recursive, std::vector<std::string>& files) {
+    const auto entries = Platform::ListFolder(folder);
+    if (!entries)
+        return;
+    for (const Platform::FolderEntry& entry : *entries) {
+        std::string path = FileSystemUtils::AppendPathElement(folder, entry.name);
+        if (!entry.isFolder)
+            files.push_back(std::move(path));
+        else if (recursive && !entry.isLink)
+            AppendFiles(path, recursive, files);
     }
 }
 
@@ -178,10 +182,6 @@ bool FileSystemUtils::GetFilesInDirectory(const std::string& folder,
                                           std::vector<std::string>& files, bool recursive) {
     if (!IsDirectory(folder))
         return false;
-    const std::string trimmed = RightTrimPathByDelimiter(folder);
-    if (recursive)
-        AppendFiles<fs::recursive_directory_iterator>(trimmed, files);
-    else
-        AppendFiles<fs::directory_iterator>(trimmed, files);
+    AppendFiles(RightTrimPathByDelimiter(folder), recursive, files);
     return true;
 }
