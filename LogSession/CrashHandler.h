@@ -20,6 +20,6 @@ public:
     /// deleted, when the marker is not there or cannot be deleted.
     static bool RemoveSessionInfo(LogSession* session);
 
-    /// The session whose marker was written last; it may have ended since.
+    /// The session of the last SetCrashHandler; it may have ended since.
     static LogSession* gpLogSession;
 };

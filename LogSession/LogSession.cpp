@@ -42,6 +42,15 @@ LogSession::LogSession(const ProductTexts& product)
 LogSession::LogSession(const char* family, const char* name, const char* version, const char* build,
                        const char* language)
     : LogSession(ProductTexts{family, name, version, build, language}) {
+    try {
+        Begin();
+    } catch (const std::exception&) {
+        Discard();
+        throw;
+    }
+}
+
+void LogSession::Begin() {
     InitLogFolder();
     m_enabled = HasEnoughSpace(m_logFolder);
     GetUserId();
@@ -154,10 +163,14 @@ void LogSession::CloseFile() {
     Close();
 }
 
-int LogSession::HandleLogWrittingFailure() {
+void LogSession::Discard() {
     CloseFile();
     m_enabled = false;
     FileSystemUtils::DeleteLocalFile(m_currentPath);
+}
+
+int LogSession::HandleLogWrittingFailure() {
+    Discard();
     TransferFile();
     return 0;
 }

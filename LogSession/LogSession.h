@@ -41,6 +41,8 @@ public:
     /// WriteFile, then counts `length` bytes and splits at the threshold.
     void AddDataToFile(const char* data, unsigned long length);
     void CloseFile();
+    /// Closes and deletes the current file of a session that could not begin.
+    void Discard();
     /// Deletes the current file and disables the session. Always 0.
     int HandleLogWrittingFailure();
 
@@ -104,6 +106,7 @@ private:
     /// A session that has done nothing yet. From here on the destructor runs whatever happens.
     explicit LogSession(const ProductTexts& product);
 
+    void Begin();
     const std::string& SetCurrentPath(const char* extension);
     bool OpenCurrentFile();
     void WriteText(std::string_view text);

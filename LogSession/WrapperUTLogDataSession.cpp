@@ -86,10 +86,15 @@ LogSession* OpenSession(const ProductTexts& product) {
     OwnedSession session(new LogSession(product.family.c_str(), product.name.c_str(),
                                         product.version.c_str(), product.build.c_str(),
                                         product.language.c_str()));
-    LogSessionUtils::CheckOptDate(product.family);
-    LogSessionManager::GetInstance()->Add(session.get());
-    if (OptInPolicy::GetInstance()->GetCrashDetection())
-        CrashHandler::SetCrashHandler(session.get(), product.family);
+    try {
+        LogSessionUtils::CheckOptDate(product.family);
+        LogSessionManager::GetInstance()->Add(session.get());
+        if (OptInPolicy::GetInstance()->GetCrashDetection())
+            CrashHandler::SetCrashHandler(session.get(), product.family);
+    } catch (const std::exception&) {
+        session->Discard();
+        throw;
+    }
     return session.release();
 }
 
@@ -121,19 +126,25 @@ void RecordOptIn(LogSession* session) {
         AddToGroup(session, group, kOptInDate, date.c_str());
 }
 
-/// Ends the document also when its last group could not be written: it is handed off, and its
-/// marker does not look like a crash.
-void CloseDocument(LogSession* session) {
-    std::exception_ptr failure;
+/// Does one step of a close. Its failure is kept for later: the next steps are to be done, too.
+template <class Step>
+void Attempt(std::exception_ptr& failure, Step step) {
     try {
-        LogDebug("UTCloseSession has valid session", __LINE__);
-        RecordOptIn(session);
-        LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+        step();
     } catch (const std::exception&) {
         failure = std::current_exception();
     }
+}
+
+void CloseDocument(LogSession* session) {
+    std::exception_ptr failure;
+    Attempt(failure, [session] {
+        LogDebug("UTCloseSession has valid session", __LINE__);
+        RecordOptIn(session);
+        LogDebug("UTCloseSession Before EndSession: ", __LINE__);
+    });
     if (OptInPolicy::GetInstance()->GetCrashDetection())
-        CrashHandler::RemoveSessionInfo(session);
+        Attempt(failure, [session] { CrashHandler::RemoveSessionInfo(session); });
     session->EndSession();
     if (failure)
         std::rethrow_exception(failure);
