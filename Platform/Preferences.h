@@ -27,7 +27,8 @@ bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, 
 bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef domain,
                         CFStringRef user, CFStringRef host);
 
-/// Makes the domain agree with persistent storage. Returns false when that cannot be.
+/// Makes the domain agree with persistent storage. Returns false when the domain or the scope can
+/// name none.
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host);
 
 } // namespace Platform

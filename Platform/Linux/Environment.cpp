@@ -1,7 +1,9 @@
 #include "Platform/Linux/Environment.h"
 
+#include <array>
 #include <cstdlib>
 #include <sstream>
+#include <unistd.h>
 
 namespace Platform {
 
@@ -17,6 +19,11 @@ std::vector<std::string> ListVariable(const char* name) {
         if (!entry.empty())
             entries.push_back(std::move(entry));
     return entries;
+}
+
+std::string HostName() {
+    std::array<char, 256> name = {};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
 }
 
 } // namespace Platform

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-// The host's environment, read at each call.
+// The host's surroundings, read at each call.
 
 namespace Platform {
 
@@ -12,5 +12,8 @@ std::string Variable(const char* name);
 
 /// The entries between the variable's colons; empty ones are left out.
 std::vector<std::string> ListVariable(const char* name);
+
+/// The machine's name in its network; empty when unknown.
+std::string HostName();
 
 } // namespace Platform

@@ -34,11 +34,6 @@ std::string HomeFromPasswordDatabase() {
     return std::string();
 }
 
-std::string HomeFolder() {
-    const std::string home = AbsoluteOrNothing(Variable("HOME"));
-    return home.empty() ? AbsoluteOrNothing(HomeFromPasswordDatabase()) : home;
-}
-
 std::string UserFolder(const char* variable, const char* belowHome) {
     std::string named = AbsoluteOrNothing(Variable(variable));
     if (!named.empty())
@@ -50,6 +45,11 @@ std::string UserFolder(const char* variable, const char* belowHome) {
 }
 
 } // namespace
+
+std::string HomeFolder() {
+    const std::string home = AbsoluteOrNothing(Variable("HOME"));
+    return home.empty() ? AbsoluteOrNothing(HomeFromPasswordDatabase()) : home;
+}
 
 std::string ConfigHome() {
     return UserFolder("XDG_CONFIG_HOME", ".config");

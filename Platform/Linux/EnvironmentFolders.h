@@ -9,6 +9,7 @@
 
 namespace Platform {
 
+std::string HomeFolder(); ///< $HOME, else that of the password database
 std::string ConfigHome(); ///< $XDG_CONFIG_HOME, else ~/.config
 std::string DataHome();   ///< $XDG_DATA_HOME, else ~/.local/share
 std::string StateHome();  ///< $XDG_STATE_HOME, else ~/.local/state

@@ -70,6 +70,7 @@ int LeadingNumber(std::string_view text) {
 ProcessorDescription DescribeProcessor(const std::string& root) {
     const std::string text = ReadStart(root + kProcessors);
     ProcessorDescription processor;
+    processor.isKnown = !text.empty();
     processor.name = FirstValueOf(kNameLabels, text);
     processor.megahertz = LeadingNumber(ReadStart(root + kHighestKilohertz)) / 1000;
     if (processor.megahertz == 0)

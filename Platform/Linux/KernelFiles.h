@@ -11,8 +11,9 @@
 namespace Platform {
 
 struct ProcessorDescription {
-    std::string name;  ///< empty where the kernel names none
-    int megahertz = 0; ///< 0 where the kernel tells none
+    std::string name;     ///< empty where the kernel names none
+    int megahertz = 0;    ///< 0 where the kernel tells none
+    bool isKnown = false; ///< whether the kernel's description could be read at all
 };
 
 ProcessorDescription DescribeProcessor(const std::string& root);

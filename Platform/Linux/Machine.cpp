@@ -1,8 +1,10 @@
 #include "Platform/Machine.h"
 
 #include "Platform/Linux/KernelFiles.h"
+#include "Platform/ThreadAnnotations.h"
 
 #include <algorithm>
+#include <optional>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -15,17 +17,26 @@ std::uint64_t Figure(int name) {
     return static_cast<std::uint64_t>(std::max(::sysconf(name), 0L));
 }
 
-/// What does not change while a program runs. It is looked up once.
+/// What hardly ever changes while a program runs.
 struct MachineFacts {
     ProcessorDescription processor = DescribeProcessor("");
     std::string model = DescribeModel("");
     int processorCount = static_cast<int>(Figure(_SC_NPROCESSORS_ONLN));
 };
 
-/// Never destroyed, as calls may come from the host's exit handlers.
-const MachineFacts& Facts() {
-    static const MachineFacts& facts = *new MachineFacts();
-    return facts;
+struct KnownMachine {
+    AnnotatedMutex lock;
+    std::optional<MachineFacts> facts VISTRA_GUARDED_BY(lock);
+};
+
+/// The facts are looked up once, or again when the files could not be opened the last time. What
+/// holds them is never destroyed, as calls may come from the host's exit handlers.
+MachineFacts Facts() {
+    static KnownMachine& known = *new KnownMachine();
+    const ScopedLock lock(known.lock);
+    if (!known.facts || !known.facts->processor.isKnown)
+        known.facts = MachineFacts();
+    return *known.facts;
 }
 
 utsname SystemNames() {

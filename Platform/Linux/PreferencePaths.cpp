@@ -1,13 +1,12 @@
 #include "Platform/Linux/PreferencePaths.h"
 
 #include "Platform/Files.h"
+#include "Platform/Linux/Environment.h"
 #include "Platform/Linux/EnvironmentFolders.h"
 #include "Platform/Preferences.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
-#include <unistd.h>
 
 namespace {
 
@@ -30,11 +29,6 @@ namespace {
 
 constexpr char kFolder[] = "/preferences/";
 constexpr char kExtension[] = ".plist";
-
-std::string HostName() {
-    std::array<char, 256> name = {};
-    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
-}
 
 bool CanNameFile(const std::string& domain) {
     return !domain.empty() && domain.find_first_of(std::string_view("/\0", 2)) == std::string::npos;

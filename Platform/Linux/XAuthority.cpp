@@ -1,42 +1,37 @@
 #include "Platform/Linux/XAuthority.h"
 
-#include "Platform/Linux/Descriptor.h"
+#include "Platform/Files.h"
+#include "Platform/Linux/Environment.h"
+#include "Platform/Linux/EnvironmentFolders.h"
 
 #include <X11/Xauth.h>
-#include <array>
 #include <cstdio>
-#include <fcntl.h>
 #include <memory>
 #include <string_view>
-#include <unistd.h>
 
 namespace Platform {
 
 namespace {
+
+constexpr char kUsualFile[] = "/.Xauthority";
+constexpr std::uint64_t kMaximumBytes = 1 << 20;
 
 struct Closer {
     void operator()(std::FILE* file) const { std::fclose(file); }
     void operator()(Xauth* entry) const { ::XauDisposeAuth(entry); }
 };
 
-std::string HostName() {
-    std::array<char, 256> name = {};
-    ::gethostname(name.data(), name.size() - 1);
-    return name.data();
-}
-
 std::string_view Text(const char* text, unsigned short length) {
     return std::string_view(text, length);
 }
 
-/// The library's own search would wait for a file that is none, and open it inheritably.
-std::unique_ptr<std::FILE, Closer> OpenAuthorityFile() {
-    const char* const path = ::XauFileName();
-    Descriptor file = path ? OpenRegularFile(path, O_RDONLY) : Descriptor();
-    std::unique_ptr<std::FILE, Closer> stream(file.IsOpen() ? ::fdopen(file.Get(), "rb") : nullptr);
-    if (stream)
-        file.Release();
-    return stream;
+/// What the library's own search would find; but that waits for a file that is none, reads one of
+/// any size, and keeps the name where other threads may change it.
+std::optional<std::string> ReadAuthorityFile() {
+    const std::string named = Variable("XAUTHORITY"), home = HomeFolder();
+    if (named.empty() && home.empty())
+        return std::nullopt;
+    return ReadFile(named.empty() ? home + kUsualFile : named, kMaximumBytes);
 }
 
 bool IsFor(const Xauth& entry, std::string_view host, std::string_view display) {
@@ -51,7 +46,10 @@ bool IsFor(const Xauth& entry, std::string_view host, std::string_view display) 
 } // namespace
 
 std::string FindXCookie(int display) {
-    const auto file = OpenAuthorityFile();
+    std::optional<std::string> bytes = ReadAuthorityFile();
+    if (!bytes || bytes->empty())
+        return std::string();
+    const std::unique_ptr<std::FILE, Closer> file(::fmemopen(bytes->data(), bytes->size(), "rb"));
     if (!file)
         return std::string();
     const std::string host = HostName();

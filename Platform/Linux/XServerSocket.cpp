@@ -30,7 +30,7 @@ void XServerSocket::AllowTime(std::chrono::milliseconds time) {
 }
 
 bool XServerSocket::Await(std::size_t count) {
-    std::array<char, 16384> buffer;
+    std::array<char, 4096> buffer;
     while (m_received.size() < count) {
         if (!IsReadable())
             return false;

@@ -81,7 +81,9 @@ std::optional<bool> XcbConversation::Has(xcb_extension_t& extension) {
     // XCB waits for this answer when it needs it, so it has to be there before: it is when the
     // next request has been answered.
     ::xcb_prefetch_extension_data(Connection(), &extension);
-    if (!Await(::xcb_get_input_focus(Connection()).sequence))
+    const unsigned int next = ::xcb_get_input_focus(Connection()).sequence;
+    // Without memory the first request is not made, and XCB would make it later, and wait.
+    if (next != m_answered + 2U || !Await(next))
         return std::nullopt;
     const xcb_query_extension_reply_t* const answer =
         ::xcb_get_extension_data(Connection(), &extension);
