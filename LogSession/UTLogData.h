@@ -63,8 +63,8 @@ UT_EXPORT void UTInitialize(const char* pcUsagekey, unsigned char crashDetection
  * user has consented: the opt-in is 1, or it is unknown and the serialization state is 0.
  *
  * session: receives the handle, or NULL when no session is recorded.
- * pcAppFamily, pcAppName, pcAppversion: required, at most 512 bytes each. Family and name are a part
- * of the document's file name: with a "/" in them, or more than about 150 bytes together, no
+ * pcAppFamily, pcAppName, pcAppversion: required, at most 512 bytes each. Family and name are a
+ * part of the document's file name: with a "/" in them, or more than about 150 bytes together, no
  * document can be made, and the session records nothing.
  * pcAppbuild, pcApplanguage: optional, at most 512 bytes each.
  */
