@@ -164,13 +164,17 @@ void LogSession::CloseFile() {
 }
 
 void LogSession::Discard() {
+    // A file that is not open was handed off, or never was.
+    if (!IsExist())
+        return;
     CloseFile();
-    m_enabled = false;
     FileSystemUtils::DeleteLocalFile(m_currentPath);
 }
 
 int LogSession::HandleLogWrittingFailure() {
-    Discard();
+    CloseFile();
+    m_enabled = false;
+    FileSystemUtils::DeleteLocalFile(m_currentPath);
     TransferFile();
     return 0;
 }

@@ -41,7 +41,7 @@ public:
     /// WriteFile, then counts `length` bytes and splits at the threshold.
     void AddDataToFile(const char* data, unsigned long length);
     void CloseFile();
-    /// Closes and deletes the current file of a session that could not begin.
+    /// Closes and deletes the file in progress of a session that could not begin.
     void Discard();
     /// Deletes the current file and disables the session. Always 0.
     int HandleLogWrittingFailure();

@@ -1,5 +1,6 @@
 #include "Platform/Displays.h"
 
+#include "Platform/Linux/Environment.h"
 #include "Platform/Linux/XReader.h"
 #include "Platform/Linux/XScreen.h"
 #include "Platform/Linux/XcbConversation.h"
@@ -25,8 +26,7 @@ struct DisplayName {
 
 /// The display of this machine that the environment names; nothing when it names none.
 std::optional<DisplayName> LocalDisplay() {
-    const char* const variable = std::getenv("DISPLAY");
-    const std::string name = variable ? variable : "";
+    const std::string name = Variable("DISPLAY");
     char* host = nullptr;
     DisplayName parsed;
     if (name.empty() || !::xcb_parse_display(name.c_str(), &host, &parsed.display, &parsed.screen))

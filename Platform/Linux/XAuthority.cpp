@@ -28,10 +28,11 @@ std::string_view Text(const char* text, unsigned short length) {
 /// What the library's own search would find; but that waits for a file that is none, reads one of
 /// any size, and keeps the name where other threads may change it.
 std::optional<std::string> ReadAuthorityFile() {
-    const std::string named = Variable("XAUTHORITY"), home = HomeFolder();
-    if (named.empty() && home.empty())
-        return std::nullopt;
-    return ReadFile(named.empty() ? home + kUsualFile : named, kMaximumBytes);
+    const std::string named = Variable("XAUTHORITY");
+    if (!named.empty())
+        return ReadFile(named, kMaximumBytes);
+    const std::string home = HomeFolder();
+    return home.empty() ? std::nullopt : ReadFile(home + kUsualFile, kMaximumBytes);
 }
 
 bool IsFor(const Xauth& entry, std::string_view host, std::string_view display) {

@@ -126,12 +126,10 @@ bool FileSystemUtils::CreateLocalDirectory(const std::string& path) {
         return false;
     if (IsDirectory(path))
         return true;
+    const std::string folder = RightTrimPathByDelimiter(path);
     const std::string parent = GetParentPath(path);
-    if (path == parent)
-        return true;
-    return MakeRoomForFolder(RightTrimPathByDelimiter(path)) &&
-           (IsDirectory(parent) || CreateLocalDirectory(parent)) &&
-           Platform::CreateFolder(RightTrimPathByDelimiter(path), parent);
+    return MakeRoomForFolder(folder) && CreateLocalDirectory(parent) &&
+           Platform::CreateFolder(folder, parent);
 }
 
 bool FileSystemUtils::DeleteLocalFile(const std::string& path) {
