@@ -83,7 +83,7 @@ using namespace CrashHandlingSpace;
 LogSession* CrashHandler::gpLogSession = nullptr;
 
 bool CrashHandler::SetCrashHandler(LogSession* session, const std::string&) {
-    logger->LogInfo("CrashHandler::SetCrashHandler", kSourceUnit, kEntryLine);
+    logger->NoteInfo({"CrashHandler::SetCrashHandler"}, kSourceUnit, kEntryLine);
     const std::string agent = LogTransUtils::GetTransporterExeFullPath();
     if (session)
         PreferenceUtil::SetPreferenceValue(

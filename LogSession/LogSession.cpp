@@ -124,7 +124,7 @@ bool LogSession::OpenCurrentFile() {
 }
 
 void LogSession::WriteText(std::string_view text) {
-    if (!IsExist() && !OpenCurrentFile())
+    if (!HasFile())
         return;
     if (m_obfuscate) {
         m_obfuscated.assign(text);
@@ -197,11 +197,16 @@ bool LogSession::GenerateOptInfoLogFile(const std::string& family, const std::st
         return false;
     if (newValue != kOptedIn && newValue != kOptedOut)
         return false;
-    MiniSession document(RecordNames::kOptInRateFamily, RecordNames::kOptInRateProduct,
-                         GUIDGen::GuidGen(), kNilGuid, LogSessionUtils::UsageObfuscateFlag(),
-                         LogTransUtils::GetUserLogFullPath());
-    document.CreateOptInRateFile(policy->GetUsageKey(), oldValue == kOptInUnknown ? 1 : 0,
-                                 CountOf(oldValue, newValue), policy->GetSerializationState(),
-                                 family, name, version, path);
+    try {
+        MiniSession document(RecordNames::kOptInRateFamily, RecordNames::kOptInRateProduct,
+                             GUIDGen::GuidGen(), kNilGuid, LogSessionUtils::UsageObfuscateFlag(),
+                             LogTransUtils::GetUserLogFullPath());
+        document.CreateOptInRateFile(policy->GetUsageKey(), oldValue == kOptInUnknown ? 1 : 0,
+                                     CountOf(oldValue, newValue), policy->GetSerializationState(),
+                                     family, name, version, path);
+    } catch (const std::exception&) {
+        LogSessionUtils::SetOptIn(key.c_str(), oldValue); // the next start is to tell of the change
+        throw;
+    }
     return true;
 }

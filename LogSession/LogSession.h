@@ -91,12 +91,14 @@ public:
 
     // Split and hand-off: LogSessionTransfer.cpp.
 
-    /// Closes the current file as one part of the session and opens the next.
+    /// Closes the current file as one part of the session and opens the next. Where memory runs
+    /// out half-way, the next record goes on with it.
     void SplitLog();
     /// Gives the current file its final name and starts the agent; when sending is not allowed,
     /// deletes the documents of the log folder instead.
     void TransferFile();
-    /// Ends the document and hands off its last file; does nothing while disabled.
+    /// Ends the document and hands off its last file; does nothing while disabled. Where memory
+    /// runs out half-way, a second call goes on with it.
     void EndSession();
 
 private:
@@ -126,9 +128,24 @@ private:
     void CountBytes(unsigned long length);
     /// Gives back what an extraordinarily long record took.
     void ForgetLongRecord();
+
+    /// Does what is left of a split and opens the file. False while the session is disabled. What
+    /// can run out of memory happens here, before a record takes its sequence number.
+    bool IsReady();
+    bool HasFile() { return IsExist() || OpenCurrentFile(); }
+    void ContinueSplit();
+    void EndFile();
     void BeginNextFile();
+    /// Gives the file its final name, or clears the folder. Whether there is a file to upload.
+    bool HandOver();
+    void Upload();
+
+    /// What a split, or the end of the session, has to do next.
+    enum class Step { Record, EndFile, HandOver, BeginNextFile };
 
     bool m_enabled = false;
+    Step m_step = Step::Record;
+    bool m_hasEnded = false; ///< `EndSession` is written
     std::int32_t m_startDay = 0;
     std::string m_sessionId;
     std::string m_currentPath;

@@ -5,7 +5,7 @@
 using namespace RecordNames;
 
 void LogSession::LogStartSessionTag() {
-    if (!m_enabled)
+    if (!IsReady())
         return;
     m_startTime = m_clock.Now();
     Compose([this](std::string& record) {
@@ -16,17 +16,18 @@ void LogSession::LogStartSessionTag() {
 }
 
 void LogSession::LogEndSessionTag() {
-    if (!m_enabled)
+    if (!IsReady())
         return;
     Compose([this](std::string& record) {
         UsageRecord::AppendEndSession(record, m_sessionId, m_clock.Now(), m_sequence);
         UsageRecord::AppendRootEnd(record);
     });
+    m_hasEnded = true;
     AddRecord();
 }
 
 void LogSession::DataRecTag(int group, const char* name, const char* data) {
-    if (!m_enabled || !name || !data)
+    if (!name || !data || !IsReady())
         return;
     Compose([=, this](std::string& record) {
         UsageRecord::AppendDataRec(record, m_clock.Now(), group, name, data, m_sequence);
@@ -36,7 +37,7 @@ void LogSession::DataRecTag(int group, const char* name, const char* data) {
 
 void LogSession::EventRecTag(const char* category, const char* subcategory, const char* name,
                              const char* doc) {
-    if (!m_enabled)
+    if (!IsReady())
         return;
     Compose([=, this](std::string& record) {
         UsageRecord::AppendEventRec(record, {category, subcategory, name, doc}, m_clock.Now(),
@@ -47,7 +48,7 @@ void LogSession::EventRecTag(const char* category, const char* subcategory, cons
 
 int LogSession::NewGroupTag(const char* category, const char* subcategory, const char* name,
                             const char* doc) {
-    if (!m_enabled)
+    if (!IsReady())
         return -1;
     Compose([=, this](std::string& record) {
         UsageRecord::AppendNewGroup(record, {category, subcategory, name, doc}, m_clock.Now(),
@@ -59,7 +60,7 @@ int LogSession::NewGroupTag(const char* category, const char* subcategory, const
 }
 
 void LogSession::NewDocTag(const char* doc) {
-    if (!m_enabled)
+    if (!IsReady())
         return;
     Compose([=, this](std::string& record) {
         UsageRecord::AppendNewDoc(record, doc, m_clock.Now(), m_sequence);

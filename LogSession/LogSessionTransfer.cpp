@@ -15,25 +15,48 @@ constexpr char kEveryDocument[] = "*.*";
 
 } // namespace
 
+bool LogSession::IsReady() {
+    if (m_enabled && m_step != Step::Record)
+        ContinueSplit();
+    if (m_enabled)
+        HasFile(); // the record of one that cannot be opened is lost, and its number with it
+    return m_enabled;
+}
+
 void LogSession::SplitLog() {
     if (!m_enabled)
         return;
+    m_step = Step::EndFile;
+    ContinueSplit();
+}
+
+void LogSession::ContinueSplit() {
+    if (m_step == Step::EndFile)
+        EndFile();
+    if (m_enabled && m_step == Step::HandOver) {
+        const bool hasUpload = HandOver();
+        m_step = Step::BeginNextFile;
+        if (hasUpload)
+            Upload();
+    }
+    if (m_enabled && m_step == Step::BeginNextFile)
+        BeginNextFile();
+}
+
+void LogSession::EndFile() {
     Compose([this](std::string& record) {
         UsageRecord::AppendSplitSession(record, m_sessionId, m_clock.Now(), m_sequence);
         UsageRecord::AppendRootEnd(record);
     });
-    WriteText(m_record);
-    if (!m_enabled) // the failed write has handed the file off
-        return;
-    // Once the file is complete, running out of memory must not leave it open to further records,
-    // nor begin the next one without a head.
-    m_enabled = false;
+    m_step = Step::HandOver;
+    WriteText(m_record); // a failed write hands the file off, and disables the session
     CloseFile();
-    TransferFile();
-    BeginNextFile();
 }
 
 void LogSession::BeginNextFile() {
+    HasFile();
+    if (!m_enabled)
+        return;
     Compose([this](std::string& record) {
         UsageRecord::AppendHead(record);
         UsageRecord::AppendResumeSession(record,
@@ -42,35 +65,45 @@ void LogSession::BeginNextFile() {
                                           m_startTime, GetUserId()},
                                          m_clock.Now(), m_sequence);
     });
-    m_enabled = true; // for a failed open leaves the session as it is, and a failed write does not
-    try {
-        WriteText(m_record);
-    } catch (const Platform::Exception&) {
-        m_enabled = false;
-        throw;
-    }
+    m_step = Step::Record;
+    WriteText(m_record);
 }
 
 void LogSession::TransferFile() {
+    if (HandOver())
+        Upload();
+}
+
+bool LogSession::HandOver() {
     const bool agentExists = LogDataValidator::VerifyTransAgentExist() == kAccepted;
     if (!agentExists || !OptInPolicy::GetInstance()->AllowsRecording()) {
         FileSystemUtils::DeleteFiles(m_logFolder, kEveryDocument, false);
-        return;
+        return false;
     }
-    const std::string inProgress = std::exchange(m_currentPath, std::string());
     const bool hasFolder = FileSystemUtils::IsDirectory(m_logFolder);
+    const std::string inProgress = GetInProgressLogFileName();
     if (hasFolder)
         FileSystemUtils::RenameFile(inProgress, GetTransLogFileName());
+    else
+        m_currentPath.clear();
     ++m_fileIndex;
     m_bytesInFile = 0;
-    if (hasFolder && LogSessionUtils::UsageSendFlag())
+    return hasFolder;
+}
+
+void LogSession::Upload() {
+    if (LogSessionUtils::UsageSendFlag())
         LogTransUtils::UploadLog(m_currentPath);
 }
 
 void LogSession::EndSession() {
-    if (!m_enabled)
+    if (!IsReady())
         return;
-    LogEndSessionTag();
+    if (!m_hasEnded)
+        LogEndSessionTag();
     CloseFile();
-    TransferFile();
+    const bool hasUpload = HandOver();
+    m_enabled = false; // nothing is left for a second call
+    if (hasUpload)
+        Upload();
 }

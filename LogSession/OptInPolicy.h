@@ -21,7 +21,7 @@ public:
 
     /// Empty until the host's initialisation was accepted.
     const std::string& GetUsageKey() const { return *m_usageKey; }
-    void SetUsageKey(const std::string& key) { *m_usageKey = key; }
+    void SetUsageKey(std::string key) { m_usageKey->swap(key); }
 
     bool GetCrashDetection() const { return m_crashDetection; }
     void SetCrashDetection(bool on) { m_crashDetection = on; }

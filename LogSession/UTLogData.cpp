@@ -9,22 +9,13 @@ namespace {
 
 constexpr char kSourceUnit[] = "LogSession/UTLogData";
 
-/// Logging may run out of memory, as what it reports may have.
-void LogException(const char* message, long line) {
-    try {
-        WRAPPERLAYER::logger->LogDebug(message, kSourceUnit, line);
-    } catch (const Platform::Exception&) {
-        return;
-    }
-}
-
 /// Runs a call. An exception of the platform ends it and is logged; any other object passes.
 template <class Call>
 void Guard(const char* message, long line, Call call) {
     try {
         call();
     } catch (const Platform::Exception&) {
-        LogException(message, line);
+        WRAPPERLAYER::logger->NoteDebug({message}, kSourceUnit, line);
     }
 }
 

@@ -10,16 +10,16 @@ namespace WRAPPERLAYER {
 /// Name under which all of the wrapper layer logs.
 inline constexpr char kSourceUnit[] = "LogSession/WrapperUTLogData";
 
-// With the log off, these compose nothing: every call passes through here.
+// Messages in parts: with the log off nothing is composed, and every call passes through here.
 
-inline void LogInfo(std::string_view message, long line, std::string_view detail = {}) {
-    if (logger->IsEnabled())
-        logger->LogInfo(std::string(message).append(detail), kSourceUnit, line);
+template <class... Parts>
+void LogInfo(std::string_view message, long line, const Parts&... details) noexcept {
+    logger->NoteInfo({message, details...}, kSourceUnit, line);
 }
 
-inline void LogDebug(std::string_view message, long line, std::string_view detail = {}) {
-    if (logger->IsEnabled())
-        logger->LogDebug(std::string(message).append(detail), kSourceUnit, line);
+template <class... Parts>
+void LogDebug(std::string_view message, long line, const Parts&... details) noexcept {
+    logger->NoteDebug({message, details...}, kSourceUnit, line);
 }
 
 /// Checks one argument of a call; a refusal is logged as "VerifyString <name>: <text>".
@@ -27,7 +27,7 @@ inline bool VerifyArgument(const DataLogger& dataLogger, const char* name, const
                            std::string& out, int kind, long line) {
     if (VerifyString(dataLogger, input, out, kind))
         return true;
-    LogDebug(std::string("VerifyString ").append(name).append(": "), line, out);
+    LogDebug("VerifyString ", line, name, ": ", out);
     return false;
 }
 

@@ -11,13 +11,15 @@ namespace {
 
 constexpr unsigned kLastSerializationState = 3;
 
-/// Keeps the cached value of the host's own key up to date, and logs the access.
-void NoteOptIn(const char* operation, const std::string& key, int value) {
+/// Keeps the cached value of the host's own key up to date.
+void CacheOptIn(const std::string& key, int value) {
     OptInPolicy* policy = OptInPolicy::GetInstance();
     if (key == policy->GetUsageKey())
         policy->SetOptIn(value);
-    LogInfo(std::string(operation).append(key), __LINE__,
-            "value: " + Converters::NumberToString(value));
+}
+
+void LogOptIn(const char* operation, const std::string& key, int value) noexcept {
+    LogInfo(operation, __LINE__, key, "value: ", Converters::NumberToString(value));
 }
 
 bool VerifyUsageKey(const char* refusal, const char* usageKey, std::string& key) {
@@ -50,7 +52,8 @@ bool OptInGet(const char* usageKey, int& value) {
     if (!VerifyUsageKey("OptInGet VerifyString pcUsagekey: ", usageKey, key))
         return false;
     value = LogSessionUtils::GetOptIn(key.c_str());
-    NoteOptIn("OptInGet: ", key, value);
+    CacheOptIn(key, value);
+    LogOptIn("OptInGet: ", key, value);
     return true;
 }
 
@@ -63,9 +66,10 @@ bool OptInSet(const char* usageKey, int value) {
     std::string key;
     if (!VerifyUsageKey("OptInSet VerifyString pcUsagekey: ", usageKey, key))
         return false;
+    CacheOptIn(key, value); // the user's word holds in this process, whatever becomes of the store
     LogSessionUtils::SetOptIn(key.c_str(), value);
     LogSessionUtils::CheckOptDate(key);
-    NoteOptIn("OptInSet: ", key, value);
+    LogOptIn("OptInSet: ", key, value);
     return true;
 }
 

@@ -11,10 +11,26 @@
 
 #include <exception>
 #include <memory>
+#include <new>
+#include <utility>
 
 namespace WRAPPERLAYER {
 
-Mutex* const gApiMutex = GarbageCollection::CreateGlobalObj<Mutex>();
+namespace {
+
+/// Loading the library has nobody to tell that memory has run out.
+Mutex* CreateApiMutex() noexcept {
+    alignas(Mutex) static unsigned char storage[sizeof(Mutex)];
+    try {
+        return GarbageCollection::CreateGlobalObj<Mutex>();
+    } catch (const std::exception&) {
+        return new (storage) Mutex();
+    }
+}
+
+} // namespace
+
+Mutex* const gApiMutex = CreateApiMutex();
 Logger* const logger = Logger::GetLogger(kLoggerName);
 
 namespace {
@@ -72,10 +88,13 @@ void RefreshOptInDocument(const ProductTexts& product) {
         LogTransUtils::UploadLog(path);
 }
 
-/// Ends the life of a session, whatever became of its document.
+/// Ends the life of a session, whatever became of its document. It bears the registry, because to
+/// make that one may run out of memory.
 struct SessionEnd {
+    LogSessionManager* sessions;
+
     void operator()(LogSession* session) const {
-        LogSessionManager::GetInstance()->Remove(session);
+        sessions->Remove(session);
         delete session;
     }
 };
@@ -83,12 +102,14 @@ using OwnedSession = std::unique_ptr<LogSession, SessionEnd>;
 
 /// Makes and registers the session, and marks it as open.
 LogSession* OpenSession(const ProductTexts& product) {
+    LogSessionManager* const sessions = LogSessionManager::GetInstance();
     OwnedSession session(new LogSession(product.family.c_str(), product.name.c_str(),
                                         product.version.c_str(), product.build.c_str(),
-                                        product.language.c_str()));
+                                        product.language.c_str()),
+                         SessionEnd{sessions});
     try {
         LogSessionUtils::CheckOptDate(product.family);
-        LogSessionManager::GetInstance()->Add(session.get());
+        sessions->Add(session.get());
         if (OptInPolicy::GetInstance()->GetCrashDetection())
             CrashHandler::SetCrashHandler(session.get(), product.family);
     } catch (const std::exception&) {
@@ -126,28 +147,46 @@ void RecordOptIn(LogSession* session) {
         AddToGroup(session, group, kOptInDate, date.c_str());
 }
 
-/// Does one step of a close. Its failure is kept for later: the next steps are to be done, too.
-template <class Step>
-void Attempt(std::exception_ptr& failure, Step step) {
-    try {
-        step();
-    } catch (const std::exception&) {
-        failure = std::current_exception();
+/// The steps of a close. What one of them fails by is kept for the end: the next are to be done,
+/// too.
+class CloseSteps {
+public:
+    template <class Step>
+    bool Try(Step step) {
+        try {
+            step();
+            return true;
+        } catch (const std::exception&) {
+            m_failure = std::current_exception();
+            return false;
+        }
     }
-}
+
+    /// For a step that goes on where it stopped: memory that ran out may be there again.
+    template <class Step>
+    void TryTwice(Step step) {
+        if (!Try(step))
+            Try(step);
+    }
+
+    void RethrowFailure() const {
+        if (m_failure)
+            std::rethrow_exception(m_failure);
+    }
+
+private:
+    std::exception_ptr m_failure;
+};
 
 void CloseDocument(LogSession* session) {
-    std::exception_ptr failure;
-    Attempt(failure, [session] {
-        LogDebug("UTCloseSession has valid session", __LINE__);
-        RecordOptIn(session);
-        LogDebug("UTCloseSession Before EndSession: ", __LINE__);
-    });
+    CloseSteps steps;
+    LogDebug("UTCloseSession has valid session", __LINE__);
+    steps.Try([session] { RecordOptIn(session); });
+    LogDebug("UTCloseSession Before EndSession: ", __LINE__);
     if (OptInPolicy::GetInstance()->GetCrashDetection())
-        Attempt(failure, [session] { CrashHandler::RemoveSessionInfo(session); });
-    session->EndSession();
-    if (failure)
-        std::rethrow_exception(failure);
+        steps.TryTwice([session] { CrashHandler::RemoveSessionInfo(session); });
+    steps.TryTwice([session] { session->EndSession(); });
+    steps.RethrowFailure();
 }
 
 } // namespace
@@ -172,11 +211,11 @@ int WRAPPERUTInitialize(const char* pcUsagekey, bool crashDetection, const char*
         LogDebug("pcUsagekey: ", __LINE__, key);
         return 1;
     }
+    // What can run out of memory comes first: an initialisation counts whole or not at all.
     OptInPolicy* policy = OptInPolicy::GetInstance();
-    if (key != policy->GetUsageKey())
-        policy->SetUsageKey(key);
-    policy->SetCrashDetection(crashDetection);
     LogTransUtils::SetLogTransportInputPath(agentFolder);
+    policy->SetUsageKey(std::move(key));
+    policy->SetCrashDetection(crashDetection);
     return 0;
 }
 
@@ -211,10 +250,11 @@ int WRAPPERUTCloseSession(LogSession** session) {
     LogInfo("UTCloseSession", __LINE__);
     // Read once: the host's variable may change under another of its threads.
     LogSession* const open = session ? *session : nullptr;
-    if (!LogSessionManager::GetInstance()->ValidateSession(open))
+    LogSessionManager* const sessions = LogSessionManager::GetInstance();
+    if (!sessions->ValidateSession(open))
         return 1;
     {
-        const OwnedSession owned(open);
+        const OwnedSession owned(open, SessionEnd{sessions});
         *session = nullptr;
         CloseDocument(open);
     }

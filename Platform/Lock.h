@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
+#include <cstddef>
 
 namespace Platform {
 
 /// The threads library's plain lock, not recursive, with a condition. Each operation returns its
-/// result code, 0 for success.
+/// result code, 0 for success. Making one takes no memory of the heap.
 class Lock {
 public:
     Lock();
@@ -22,7 +22,11 @@ public:
 
 private:
     struct Native;
-    std::unique_ptr<Native> m_native;
+    Native& GetNative();
+
+    // In place: the library's own lock is made when it is loaded, where nobody could be told that
+    // memory has run out.
+    alignas(std::max_align_t) std::byte m_storage[128];
 };
 
 /// While one lives, a request to cancel the calling thread is put off: unwinding a thread from

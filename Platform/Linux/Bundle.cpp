@@ -4,6 +4,7 @@
 #include "Platform/Files.h"
 #include "Platform/Linux/PropertyListFile.h"
 #include "Platform/Process.h"
+#include "Platform/ThreadAnnotations.h"
 
 #include <dlfcn.h>
 #include <filesystem>
@@ -76,7 +77,11 @@ CFBundleRef LibraryBundle() {
 // What is made once here is never destroyed, as calls may come from the host's exit handlers.
 
 CFBundleRef MainBundle() {
-    static const CFBundleRef& bundle = *new CFBundleRef(BundleOfProgram(CurrentProgramPath()));
+    static AnnotatedMutex mutex;
+    static CFBundleRef& bundle = *new CFBundleRef;
+    const ScopedLock lock(mutex);
+    if (!bundle) // for as long as the kernel does not tell the program's path
+        bundle = BundleOfProgram(CurrentProgramPath());
     return bundle;
 }
 

@@ -1,5 +1,6 @@
 #include "Platform/Lock.h"
 
+#include <new>
 #include <pthread.h>
 
 namespace Platform {
@@ -9,27 +10,35 @@ struct Lock::Native {
     pthread_cond_t condition = PTHREAD_COND_INITIALIZER;
 };
 
-Lock::Lock() : m_native(std::make_unique<Native>()) {}
+Lock::Lock() {
+    static_assert(sizeof(Native) <= sizeof m_storage &&
+                  alignof(Native) <= alignof(std::max_align_t));
+    new (m_storage) Native;
+}
+
+Lock::Native& Lock::GetNative() {
+    return *std::launder(reinterpret_cast<Native*>(m_storage));
+}
 
 Lock::~Lock() {
-    ::pthread_cond_destroy(&m_native->condition);
-    ::pthread_mutex_destroy(&m_native->mutex);
+    ::pthread_cond_destroy(&GetNative().condition);
+    ::pthread_mutex_destroy(&GetNative().mutex);
 }
 
 int Lock::Acquire() {
-    return ::pthread_mutex_lock(&m_native->mutex);
+    return ::pthread_mutex_lock(&GetNative().mutex);
 }
 
 int Lock::Release() {
-    return ::pthread_mutex_unlock(&m_native->mutex);
+    return ::pthread_mutex_unlock(&GetNative().mutex);
 }
 
 int Lock::Wait() {
-    return ::pthread_cond_wait(&m_native->condition, &m_native->mutex);
+    return ::pthread_cond_wait(&GetNative().condition, &GetNative().mutex);
 }
 
 int Lock::Signal() {
-    return ::pthread_cond_signal(&m_native->condition);
+    return ::pthread_cond_signal(&GetNative().condition);
 }
 
 CancellationGuard::CancellationGuard() {

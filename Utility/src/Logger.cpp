@@ -1,5 +1,6 @@
 #include "Utility/src/Logger.h"
 
+#include "Platform/Lock.h"
 #include "Utility/src/Converters.h"
 #include "Utility/src/LoggerFile.h"
 #include "Utility/src/LoggerUtil.h"
@@ -72,6 +73,31 @@ void Logger::LogDebug(const std::string& message, const std::string& file, long 
 
 void Logger::LogInfo(const std::string& message, const std::string& file, long line) {
     Log(kInfo, message, GetCodeInfo(file, line));
+}
+
+void Logger::NoteInfo(std::initializer_list<std::string_view> message, const char* file,
+                      long line) noexcept {
+    Note(&Logger::LogInfo, message, file, line);
+}
+
+void Logger::NoteDebug(std::initializer_list<std::string_view> message, const char* file,
+                       long line) noexcept {
+    Note(&Logger::LogDebug, message, file, line);
+}
+
+void Logger::Note(LevelFunction log, std::initializer_list<std::string_view> message,
+                  const char* file, long line) noexcept {
+    if (!IsEnabled())
+        return;
+    const Platform::CancellationGuard guard; // a write is where a thread would be cancelled
+    try {
+        std::string text;
+        for (const std::string_view part : message)
+            text += part;
+        (this->*log)(text, file, line);
+    } catch (const std::exception&) {
+        return;
+    }
 }
 
 void Logger::Log(const std::string& level, const std::string& value, const std::string& detail) {

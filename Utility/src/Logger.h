@@ -2,8 +2,10 @@
 
 #include "Utility/src/GarbageCollection.h"
 
+#include <initializer_list>
 #include <ostream>
 #include <string>
+#include <string_view>
 
 /// Name under which every module asks for the logger.
 inline constexpr char kLoggerName[] = "LogSession";
@@ -34,6 +36,14 @@ public:
     /// Whether a line would be written; lets callers spare composing one.
     virtual bool IsEnabled() const { return true; }
 
+    // How the library itself logs: a message in parts, put together only when the log is on. The
+    // line is lost when memory runs out, for what it tells of must not fail by it.
+
+    void NoteInfo(std::initializer_list<std::string_view> message, const char* file,
+                  long line) noexcept;
+    void NoteDebug(std::initializer_list<std::string_view> message, const char* file,
+                   long line) noexcept;
+
     /// The process's logger, whatever the name; created by the first call. Never null, never
     /// throws.
     static Logger* GetLogger(const std::string& name) noexcept;
@@ -41,6 +51,10 @@ public:
     static std::string GetCodeInfo(const std::string& file, long line);
 
 private:
+    using LevelFunction = void (Logger::*)(const std::string&, const std::string&, long);
+    void Note(LevelFunction log, std::initializer_list<std::string_view> message, const char* file,
+              long line) noexcept;
+
     std::ostream& m_stream;
 };
 

@@ -39,7 +39,7 @@ int MiniSession::Write(const char* text) {
         return -1;
     if (!m_file.IsExist()) {
         GenerateFilePath();
-        logger->LogDebug("MiniSession::Write: " + m_path, kSourceUnit, __LINE__);
+        logger->NoteDebug({"MiniSession::Write: ", m_path}, kSourceUnit, __LINE__);
         if (!m_file.Open(m_path)) {
             logger->LogError("MiniSession::Write", kSourceUnit, __LINE__);
             return -2;
@@ -69,6 +69,18 @@ void MiniSession::GenerateFilePath() {
     m_path = FileSystemUtils::AppendPathElement(m_path) + name +
              UsageFileNames::FinishedExtension(m_obfuscate);
     m_isNamed = true;
+}
+
+template <class Records>
+void MiniSession::WriteWhole(Records records) {
+    try {
+        records();
+    } catch (const std::exception&) {
+        m_file.Close();
+        if (m_isNamed)
+            FileSystemUtils::DeleteLocalFile(m_path);
+        throw;
+    }
 }
 
 int MiniSession::LogStartTag() {
@@ -129,34 +141,38 @@ int MiniSession::CreateOptInRateFile(const std::string& optInKey, const int& bas
     IntegterToString(baseCount, base, kNoCount);
     IntegterToString(optInCount, optIns, kNoCount);
 
-    LogStartTag();
-    outPath = m_path;
-    const int session = NewGroup(kVistraCategory, kOptInRateSubcategory, kSessionGroup, "");
-    LogData(session, kProductFamily, kOptInRateFamily);
-    LogData(session, kProductName, kOptInRateProduct);
-    const int product = NewGroup(kOptInProductInfo, kOptInProductInfo, kOptInProductInfo, "");
-    LogData(product, kOptInProductFamily, optInProductFamily);
-    LogData(product, kOptInProductName, optInProductName);
-    LogData(product, kOptInProductVersion, optInProductVersion);
-    LogData(product, kOptInProductState, state);
-    LogData(product, kOptInUsageKey, optInKey);
-    const int counts = NewGroup(kOptInInfo, kOptInInfo, kOptInInfo, "");
-    LogData(counts, kBaseCount, base);
-    LogData(counts, kOptInCount, optIns);
-    LogEndTag();
+    WriteWhole([&] {
+        LogStartTag();
+        outPath = m_path;
+        const int session = NewGroup(kVistraCategory, kOptInRateSubcategory, kSessionGroup, "");
+        LogData(session, kProductFamily, kOptInRateFamily);
+        LogData(session, kProductName, kOptInRateProduct);
+        const int product = NewGroup(kOptInProductInfo, kOptInProductInfo, kOptInProductInfo, "");
+        LogData(product, kOptInProductFamily, optInProductFamily);
+        LogData(product, kOptInProductName, optInProductName);
+        LogData(product, kOptInProductVersion, optInProductVersion);
+        LogData(product, kOptInProductState, state);
+        LogData(product, kOptInUsageKey, optInKey);
+        const int counts = NewGroup(kOptInInfo, kOptInInfo, kOptInInfo, "");
+        LogData(counts, kBaseCount, base);
+        LogData(counts, kOptInCount, optIns);
+        LogEndTag();
+    });
     return 0;
 }
 
 int MiniSession::CreateCrashFile() {
-    LogStartTag();
-    const int session = NewGroup(kVistraCategory, kCrash, kSessionGroup, "");
-    LogData(session, kProductFamily, kVistraCategory);
-    LogData(session, kProductName, kAppCrash);
-    const int exit = NewGroup(kAppExit, kCrash, kExitInfo, "");
-    LogData(exit, kExitType, kCrash);
-    LogData(exit, kCrashProductName, m_productName);
-    LogData(exit, kCrashProductFamily, m_productFamily);
-    LogData(exit, kCrashUser, m_userId);
-    LogEndTag();
+    WriteWhole([this] {
+        LogStartTag();
+        const int session = NewGroup(kVistraCategory, kCrash, kSessionGroup, "");
+        LogData(session, kProductFamily, kVistraCategory);
+        LogData(session, kProductName, kAppCrash);
+        const int exit = NewGroup(kAppExit, kCrash, kExitInfo, "");
+        LogData(exit, kExitType, kCrash);
+        LogData(exit, kCrashProductName, m_productName);
+        LogData(exit, kCrashProductFamily, m_productFamily);
+        LogData(exit, kCrashUser, m_userId);
+        LogEndTag();
+    });
     return 0;
 }

@@ -35,6 +35,8 @@ public:
     static void SerilizationStatusToString(const int& state, std::string& out,
                                            const std::string& fallback);
 
+    // When memory runs out, neither leaves a document behind.
+
     /// Writes the document about a changed opt-in; `outPath` receives its path. Always 0.
     int CreateOptInRateFile(const std::string& optInKey, const int& baseCount,
                             const int& optInCount, const int& serializationState,
@@ -46,6 +48,9 @@ public:
     int CreateCrashFile();
 
 private:
+    template <class Records>
+    void WriteWhole(Records records);
+
     std::string m_path; ///< the folder, until the file is first written
     bool m_isNamed = false;
     std::string m_productFamily;

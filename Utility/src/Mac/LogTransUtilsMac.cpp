@@ -187,6 +187,6 @@ bool LogTransUtils::UploadLog(const std::string& documentPath) {
     if (documentPath.empty())
         return false;
     const std::string executable = GetTransporterExeFullPath();
-    logger->LogInfo("LogTransport2 Path: " + executable, kSourceUnit, __LINE__);
+    logger->NoteInfo({"LogTransport2 Path: ", executable}, kSourceUnit, __LINE__);
     return FileSystemUtils::LaunchPath(executable);
 }
