@@ -1,5 +1,7 @@
 #include "Tests/EndToEnd/EndToEndTest.h"
+#include "Utility/src/DemographicNode.h"
 
+#include <random>
 #include <regex>
 
 using namespace testing;
@@ -23,35 +25,92 @@ struct CrashTest : EndToEndTest {
         }
     }
 
+    int MillisecondsOfASession() const {
+        const auto start = std::chrono::steady_clock::now();
+        m_host.Play(m_open + kClose);
+        const std::chrono::duration<double, std::milli> time =
+            std::chrono::steady_clock::now() - start;
+        ClearFolder();
+        fs::remove_all(Markers());
+        return static_cast<int>(time.count());
+    }
+
+    /// Records numbers until the kill; returns how many were acknowledged.
+    int CountUntilKilled(int milliseconds) const {
+        WriteText(m_account.Root() + "/calls", m_open + "count s\n");
+        const std::string command =
+            "cd '" + m_account.Root() +
+            "'; exec 2>/dev/null; : >acknowledged; Host.app/Contents/MacOS/Host <calls "
+            ">acknowledged & echo $! >pid; "
+            "sleep 0." +
+            std::to_string(1'000 + milliseconds).substr(1) +
+            "; kill -9 $!; wait $!; "
+            "[ $? -eq 137 ]";
+        EXPECT_EQ(std::system(command.c_str()), 0);
+        const auto lines = LinesOf(m_account.Root() + "/acknowledged");
+        return std::max(0, static_cast<int>(lines.size()) - 1); // the first is "s=open"
+    }
+
+    /// How many numbers the session's files hold, which have to be whole and in order.
+    int RecordedNumbers() const {
+        std::string text;
+        for (const std::string& path : Files())
+            text += ClearText(path);
+        const std::regex record("<DataRec time=\"[^\"]+\" group=\"1\" name=\"Number\" "
+                                "data=\"(\\d+)\" seq=\"\\d+\" />\n");
+        int count = 0;
+        for (std::sregex_iterator i(text.begin(), text.end(), record), end; i != end; ++i)
+            EXPECT_EQ((*i)[1], std::to_string(count++));
+        return count;
+    }
+
+    /// The answer "Count" that the preferences hold; -1 for none.
+    static int Answer() {
+        char answer[16] = "-1";
+        std::size_t size = sizeof answer;
+        DemographicNode(nullptr).GetValue("Count", answer, size, false);
+        return std::atoi(answer);
+    }
+
+    void ExpectMarker() const {
+        const std::string name = fs::path(Files().front()).filename();
+        const std::string session = name.substr(name.rfind('_') - 36, 36);
+        EXPECT_THAT(NamesIn(Markers()),
+                    ElementsAre("key_Suite_Editor_" + session + "_" +
+                                LinesOf(m_account.Root() + "/pid")[0] + "_Host.sif"));
+    }
+
     const std::string m_open = "UTInitialize key 1 NULL\nUTSetOptIn 1\n" + kStart;
 };
 
-TEST_F(CrashTest, ByAKillLeavesAMarkerAndEveryAcknowledgedRecordWhole) {
-    Prefer("obfuscate", 0);
-    Prefer("send", 0);
-    WriteText(m_account.Root() + "/calls", m_open + "count s\n");
-    const std::string command =
-        "cd '" + m_account.Root() +
-        "'; : >acknowledged; Host.app/Contents/MacOS/Host <calls >acknowledged & echo $! >pid; "
-        "while [ \"$(wc -l <acknowledged)\" -lt 1500 ]; do sleep 0.01; done; "
-        "kill -9 $!; wait $!; [ $? -eq 137 ]";
-    ASSERT_EQ(std::system(command.c_str()), 0);
-    const std::size_t acknowledged = LinesOf(m_account.Root() + "/acknowledged").size() - 1;
-    std::string text;
-    for (const std::string& path : Files())
-        text += ReadText(path);
-    const std::regex record("<DataRec time=\"[^\"]+\" group=\"1\" name=\"Number\" data=\"(\\d+)\" "
-                            "seq=\"\\d+\" />\n");
-    std::size_t count = 0;
-    for (std::sregex_iterator i(text.begin(), text.end(), record), end; i != end; ++i)
-        ASSERT_EQ((*i)[1], std::to_string(count++));
-    EXPECT_GE(count, acknowledged);
-    const std::size_t id = text.find("id=\"") + 4;
-    EXPECT_THAT(NamesIn(Markers()),
-                ElementsAre("key_Suite_Editor_" + text.substr(id, 36) + "_" +
-                            LinesOf(m_account.Root() + "/pid")[0] + "_Host.sif"));
-    EXPECT_EQ(m_host.Play(m_open + kClose), "s=open\ns=NULL\n") << "the next session works";
-    EXPECT_EQ(NamesIn(Markers()).size(), 1U) << "and leaves the trace of the crash";
+TEST_F(CrashTest, ByAKillLosesNothingThatWasAcknowledged) {
+    const int kills = std::getenv("VISTRA_THOROUGH") ? 5'000 : 50;
+    std::mt19937 random(std::random_device{}());
+    std::uniform_int_distribution delay(1, 3 * MillisecondsOfASession());
+    long records = 0;
+    int begun = 0;
+    for (int i = 0; i < kills; ++i) {
+        SCOPED_TRACE("kill " + std::to_string(i));
+        fs::remove_all(m_account.Home() + "/.config");
+        Prefer("send", 0);
+        Prefer("obfuscate", i % 2);
+        const int acknowledged = CountUntilKilled(delay(random));
+        const int recorded = RecordedNumbers();
+        ASSERT_GE(recorded, acknowledged);
+        EXPECT_THAT(Answer(),
+                    AllOf(Ge(acknowledged > 0 ? (acknowledged - 1) / 10 * 10 : -1), Le(recorded)));
+        records += acknowledged;
+        begun += acknowledged > 0;
+        if (acknowledged > 0)
+            ExpectMarker();
+        ClearFolder();
+        ASSERT_EQ(m_host.Play(m_open + kClose), "s=open\ns=NULL\n") << "the next session works";
+        EXPECT_EQ(ReadSession(Files()).size(), kStartRecords + kEndRecords);
+        ClearFolder();
+        fs::remove_all(Markers());
+    }
+    EXPECT_GT(begun, kills / 4);
+    RecordProperty("acknowledged", std::to_string(records));
 }
 
 TEST_F(CrashTest, ThatDidNotHappenLeavesFiftyMarkersOfOthersAtMost) {

@@ -72,7 +72,35 @@ void XMLCALL AddElement(void* records, const char* kind, const char** attributes
     static_cast<std::vector<DocumentRecord>*>(records)->push_back(record);
 }
 
-std::vector<DocumentRecord> ReadFile(const std::string& path) {
+/// Whether a record goes on where the ones before it end.
+bool Continues(const DocumentRecord& record, const std::vector<DocumentRecord>& before,
+               int& nextGroup) {
+    if (record["seq"] != std::to_string(before.size()))
+        return false;
+    if (record.kind == "NewGroup")
+        return record["group"] == std::to_string(nextGroup++);
+    if (record.kind == "DataRec")
+        return std::stoi(record["group"]) < nextGroup;
+    return !record.kind.ends_with("Session") || before.empty() || record["id"] == before[0]["id"];
+}
+
+} // namespace
+
+std::string ClearText(const std::string& path) {
+    std::string text = ReadText(path);
+    const bool isObfuscated = text.starts_with(kMarker);
+    Require(isObfuscated == path.ends_with(".rdy") || path.ends_with(".tmp"),
+            path + ": wrong extension");
+    if (!isObfuscated)
+        return text;
+    text.erase(0, kMarker.size());
+    for (char& c : text)
+        if (c >= '!' && c <= '~')
+            c = static_cast<char>('!' + (c - '!' + 47) % 94);
+    return text;
+}
+
+std::vector<DocumentRecord> ReadDocument(const std::string& path) {
     const std::string text = ClearText(path);
     std::vector<DocumentRecord> records;
     const XML_Parser parser = XML_ParserCreate(nullptr);
@@ -94,36 +122,10 @@ std::vector<DocumentRecord> ReadFile(const std::string& path) {
     return records;
 }
 
-/// Whether a record goes on where the ones before it end.
-bool Continues(const DocumentRecord& record, const std::vector<DocumentRecord>& before,
-               int& nextGroup) {
-    if (record["seq"] != std::to_string(before.size()))
-        return false;
-    if (record.kind == "NewGroup")
-        return record["group"] == std::to_string(nextGroup++);
-    if (record.kind == "DataRec")
-        return std::stoi(record["group"]) < nextGroup;
-    return !record.kind.ends_with("Session") || before.empty() || record["id"] == before[0]["id"];
-}
-
-} // namespace
-
-std::string ClearText(const std::string& path) {
-    std::string text = ReadText(path);
-    Require(text.starts_with(kMarker) == path.ends_with(".rdy"), path + ": wrong extension");
-    if (!path.ends_with(".rdy"))
-        return text;
-    text.erase(0, kMarker.size());
-    for (char& c : text)
-        if (c >= '!' && c <= '~')
-            c = static_cast<char>('!' + (c - '!' + 47) % 94);
-    return text;
-}
-
 std::vector<DocumentRecord> ReadSession(const std::vector<std::string>& paths, int firstGroup) {
     std::vector<DocumentRecord> session;
     for (const std::string& path : paths) {
-        const std::vector<DocumentRecord> records = ReadFile(path);
+        const std::vector<DocumentRecord> records = ReadDocument(path);
         Require(records.front().kind == (session.empty() ? "StartSession" : "ResumeSession") &&
                     records.back().kind == (path == paths.back() ? "EndSession" : "SplitSession"),
                 path + ": wrong first or last record");

@@ -14,10 +14,13 @@ struct DocumentRecord {
     const std::string& operator[](const std::string& name) const { return attributes.at(name); }
 };
 
-/// The clear text of a finished document. Throws when name and marker disagree.
+/// The clear text of a document. Throws when marker and name, if it is a finished one, disagree.
 std::string ClearText(const std::string& path);
 
-/// Reads the files of one session, in order. Throws std::runtime_error where they are not, to the
-/// byte, what a document has to be: well-formed XML with its fixed frame, the records' templates,
-/// one session id, `seq` without a gap, groups numbered on from `firstGroup`.
+/// Reads one finished file. Throws std::runtime_error where it is not, to the byte, what a document
+/// has to be: well-formed XML with its fixed frame and the records' templates.
+std::vector<DocumentRecord> ReadDocument(const std::string& path);
+
+/// Reads the files of one session, in order. Throws, too, where they do not make up one session:
+/// one id, `seq` without a gap, groups numbered on from `firstGroup`.
 std::vector<DocumentRecord> ReadSession(const std::vector<std::string>& paths, int firstGroup = 1);

@@ -4,8 +4,14 @@
 //
 //   repeat N CALL   plays a call N times   failing N CALL  its Nth allocation fails
 //   copy a b        copies session variable b; F holds a foreign handle from the start
-//   count a         records 0, 1, 2, ... and prints each when it is recorded, until it is killed
+//   count a         records 0, 1, 2, ... and prints each when it is recorded, until it is killed;
+//                   each tenth is also the demographic answer "Count"
+//   mark            calls the system with a name that stands out in a trace
+//   allocations     prints how many were counted; see Faults.h for how they fail
+//   host VERB ...   does something with the process itself, see HostState.h
 #include "LogSession/UTLogData.h"
+#include "Tests/Support/ScriptHost/Faults.h"
+#include "Tests/Support/ScriptHost/HostState.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -13,32 +19,16 @@
 #include <iomanip>
 #include <iostream>
 #include <map>
-#include <new>
 #include <optional>
 #include <sstream>
 #include <string>
+#include <unistd.h>
 #include <vector>
-
-static int g_allocationsToFailure = 0; // 0 for never
-
-// The library's allocations come here, too.
-void* operator new(std::size_t size) {
-    const bool fails = g_allocationsToFailure > 0 && --g_allocationsToFailure == 0;
-    if (void* memory = fails ? nullptr : std::malloc(size ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-// Inlined, they look to the compiler as if they freed what another allocator made.
-[[gnu::noinline]] void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
-}
 
 namespace {
 
-std::vector<std::optional<std::string>> g_words; // of the call; NULL is nothing
+// Of the call; NULL is nothing. Calls may come when static objects have gone, so some never go.
+auto& g_words = *new std::vector<std::optional<std::string>>;
 LogSession* g_sessions[128];
 int g_groups[128];
 char* g_buffer; // as long as the host says, to the byte
@@ -91,7 +81,9 @@ void Answer(std::size_t i) {
     std::cout << std::string(buffer, buffer + size) << " " << number << "\n";
 }
 
-const std::map<std::string, void (*)()> kCalls = {
+void PlayLines();
+
+const auto& kCalls = *new const std::map<std::string, void (*)()>{
     {"UTInitialize", [] { UTInitialize(Text(1), Number(2) != 0, Text(3)); }},
     {"UTStartSession",
      [] {
@@ -119,11 +111,17 @@ const std::map<std::string, void (*)()> kCalls = {
     {"UTSetNonDefaultDemographic", [] { UTSetNonDefaultDemographic(Text(1), Text(2), Text(3)); }},
     {"UTSetSerializationState", [] { std::cout << UTSetSerializationState(Number(1)) << "\n"; }},
     {"copy", [] { *Variable(1) = Session(2); }},
+    {"host", [] { ActAsHost(Text(1), Text(2), PlayLines); }},
     {"count",
      [] {
-         for (int i = 0;; std::cout << i++ << std::endl)
+         for (int i = 0;; std::cout << i++ << std::endl) {
              UTAddToSession(Session(1), "Number", std::to_string(i).c_str());
+             if (i % 10 == 0)
+                 UTSetDemographic("Count", std::to_string(i).c_str());
+         }
      }},
+    {"mark", [] { std::cout << ::access("mark", F_OK) << "\n"; }},
+    {"allocations", [] { std::cout << CountedAllocations() << "\n"; }},
 };
 
 void Split(const std::string& line) {
@@ -137,20 +135,28 @@ void Split(const std::string& line) {
     }
 }
 
-} // namespace
-
-int main() {
-    g_sessions[int{'F'}] = reinterpret_cast<LogSession*>(g_groups);
+void PlayLines() {
     for (std::string line; std::getline(std::cin, line);) {
         Split(line);
         int times = 1, failing = 0;
-        for (; g_words.at(0) == "repeat" || g_words[0] == "failing";
-             g_words.erase(g_words.begin(), g_words.begin() + 2))
-            (g_words[0] == "failing" ? failing : times) = Number(1);
-        for (const auto call = kCalls.at(*g_words[0]); times > 0; --times) {
-            g_allocationsToFailure = failing;
+        if (g_words.at(0) == "repeat" || g_words[0] == "failing") {
+            (g_words[0] == "repeat" ? times : failing) = Number(1);
+            g_words.erase(g_words.begin(), g_words.begin() + 2);
+        }
+        for (const auto call = kCalls.at(*g_words.at(0)); times > 0; --times) {
+            g_isInCall = true;
+            if (failing > 0)
+                FailAllocation(failing);
             call();
-            g_allocationsToFailure = 0;
+            g_isInCall = false;
         }
     }
+}
+
+} // namespace
+
+int main() {
+    std::cin.tie(nullptr); // results come at the end, so that only the library writes before
+    g_sessions[int{'F'}] = reinterpret_cast<LogSession*>(g_groups);
+    PlayLines();
 }

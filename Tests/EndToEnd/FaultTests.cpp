@@ -1,0 +1,187 @@
+#include "Tests/EndToEnd/EndToEndTest.h"
+
+#include <cstdlib>
+#include <map>
+#include <regex>
+#include <set>
+
+using namespace testing;
+
+namespace {
+
+/// Everything that a host does in one life, its hand-overs included; and what it does afterwards,
+/// when the fault is over.
+const std::string kLife =
+    "UTInitialize key 1 NULL\nUTSetOptIn 1\nUTSetDemographic Age 42\n" + kStart +
+    "UTStartSession t Suite Reader 1.0 NULL NULL\nUTAddToSession s Key Value\n"
+    "UTLogEvent s C S E abc 3\nUTNewDataGroup s C S G g abc 3\nUTAddToGroup s g Key Value\n"
+    "UTAddToSession s \"\" refused\nUTSetOptIn 0\nUTSetOptIn 1\nUTSetSerializationState 1\n"
+    "repeat 120 UTAddToSession s Key " +
+    std::string(512, '<') + "\n" + kClose + "UTCloseSession t\nallocations\n";
+const std::string kAfter = "mark\nUTInitialize key 0 NULL\nUTSetOptIn 1\n"
+                           "UTStartSession u After Editor 1.0 100 en_US\nUTAddToSession u Last V\n"
+                           "UTCloseSession u\n";
+
+struct FaultTest : EndToEndTest {
+    FaultTest() {
+        WriteText(m_account.Root() + "/calls", "mark\n" + kLife + kAfter);
+        // An agent that ends at once: there are many lives to live.
+        std::filesystem::copy_file("/bin/true",
+                                   m_host.AgentBundle() + "/Contents/MacOS/LogTransport2",
+                                   std::filesystem::copy_options::overwrite_existing);
+    }
+
+    /// The first of the sample, and the distance to the next: all of them if thorough.
+    static int Stride(int stride) { return std::getenv("VISTRA_THOROUGH") ? 1 : stride; }
+
+    /// Lives the life in an account that is empty but for another program's document. Returns
+    /// what the host printed; a host that does not end well within time prints nothing.
+    std::string Live(const std::string& prefix) const {
+        for (const char* folder : {"/.config", "/.local"})
+            std::filesystem::remove_all(m_account.Home() + folder);
+        WriteText(Others(), "theirs");
+        const std::string command = "cd '" + m_account.Root() + "'; timeout 60 env " + prefix +
+                                    " Host.app/Contents/MacOS/Host <calls >results";
+        return std::system(command.c_str()) == 0 ? ReadText(m_account.Root() + "/results") : "";
+    }
+
+    std::string Others() const { return m_account.LogFolder() + "/ulog_Others.xml"; }
+
+    /// The documents of each session, without opt-in documents and empty files.
+    std::map<std::string, std::vector<std::string>> Sessions() const {
+        std::map<std::string, std::vector<std::string>> sessions;
+        for (const char* prefix : {"ulog_Suite_Editor", "ulog_Suite_Reader", "ulog_After_Editor"})
+            for (const std::string& path : Files(prefix))
+                if (std::filesystem::file_size(path) > 0)
+                    sessions[path.substr(0, path.rfind('_'))].push_back(path);
+        return sessions;
+    }
+};
+
+/// Fails for a document with anything but whole records, in the order of their numbers. Records
+/// may be missing, and the head of a file, for what could not be opened or was deleted.
+void ExpectWholeRecords(const std::vector<std::string>& paths) {
+    const std::regex record("<\\w+( \\w+=\"[^\"<>]*\")* seq=\"(\\d+)\" />");
+    int last = -1;
+    for (const std::string& path : paths) {
+        std::istringstream text(ClearText(path));
+        std::smatch match;
+        for (std::string line; std::getline(text, line);) {
+            if (std::set<std::string>{"<?xml version=\"1.0\" encoding=\"utf-8\"?>", "",
+                                      "<UsageDoc version=\"0.5.4\">", "</UsageDoc>"}
+                    .contains(line))
+                continue;
+            ASSERT_TRUE(std::regex_match(line, match, record) && std::stoi(match[2]) > last)
+                << path << ": " << line;
+            last = std::stoi(match[2]);
+        }
+        EXPECT_TRUE(text.eof() && ClearText(path).ends_with("\n")) << path;
+    }
+}
+
+struct AllocationFaultTest : FaultTest {
+    int CountAllocations() const {
+        std::istringstream printed(Live(""));
+        int count = 0;
+        for (std::string line; std::getline(printed, line) && count < 100;)
+            count = std::atoi(line.c_str());
+        return count;
+    }
+
+    /// Lives with the nth allocation failing; "+" for the later ones of its call, too.
+    void Fail(int nth, const std::string& later) const {
+        SCOPED_TRACE(std::to_string(nth) + later);
+        ASSERT_THAT(Live("FAILING_ALLOCATION=" + std::to_string(nth) + later),
+                    HasSubstr("\nu=open\nu=NULL\n"));
+        EXPECT_EQ(ReadText(Others()), "theirs");
+        for (const auto& [session, paths] : Sessions())
+            later.empty() ? void(ReadSession(paths)) : ExpectWholeRecords(paths);
+        if (!later.empty())
+            return;
+        EXPECT_THAT(NamesIn(m_account.Home() + "/.local/state/Logs/Norvale/Vistra/SessionInfo"),
+                    IsEmpty());
+    }
+};
+
+TEST_F(AllocationFaultTest, CostsOneCallAtMostAndLeavesSessionsWhole) {
+    const int count = CountAllocations();
+    ASSERT_GT(count, 1000);
+    RecordProperty("allocations", count);
+    for (int nth = 1; nth <= count; nth += Stride(41))
+        Fail(nth, "");
+}
+
+TEST_F(AllocationFaultTest, ThatLastsEndsTheCallAndTearsNothing) {
+    for (int nth = 1, count = CountAllocations(); nth <= count; nth += Stride(67))
+        Fail(nth, "+");
+}
+
+/// The system calls of the life, without those of the loader: how often each was made before, and
+/// how often altogether.
+std::map<std::string, std::pair<int, int>> TracedCalls(const std::vector<std::string>& trace) {
+    const auto isMark = [](const std::string& line) { return line.find("\"mark\"") < 20; };
+    const auto start = std::ranges::find_if(trace, isMark);
+    const auto end = std::find_if(start + 1, trace.end(), isMark);
+    // Unmapping the cache of libraries is the last that the loader does before they initialise.
+    const auto isUnmap = [](const std::string& line) { return line.starts_with("munmap("); };
+    const auto loaded = std::find_if(std::reverse_iterator(start), trace.rend(), isUnmap).base();
+    std::map<std::string, std::pair<int, int>> calls;
+    for (auto line = trace.begin(); line != end; ++line) {
+        auto& [before, altogether] = calls[line->substr(0, line->find('('))];
+        before += line < loaded;
+        ++altogether;
+    }
+    return calls;
+}
+
+struct SystemCallFaultTest : FaultTest, WithParamInterface<const char*> {
+    /// Lives with the nth such call failing.
+    void Fail(const std::string& call, int nth) const {
+        SCOPED_TRACE(call + " " + std::to_string(nth));
+        const std::string inject = call + ":error=" + GetParam() + ":when=" + std::to_string(nth);
+        ASSERT_THAT(Live(m_strace + "-e trace=" + call + " -e inject=" + inject),
+                    HasSubstr("\nu=open\nu=NULL\n"));
+        for (const auto& [session, paths] : Sessions())
+            session.find("After") == std::string::npos ? ExpectWholeRecords(paths)
+                                                       : void(ReadSession(paths));
+        // Without agent or consent, as it seems then, a hand-over empties the folder.
+        if (std::regex_match(call, std::regex(".*stat.*|openat|read")) && !FolderIsKept())
+            return;
+        EXPECT_EQ(ReadText(Others()), "theirs");
+    }
+
+    bool FolderIsKept() const { return std::filesystem::exists(Others()); }
+
+    const std::string m_strace = "ASAN_OPTIONS=detect_leaks=0 strace -qq -o trace ";
+};
+
+TEST_P(SystemCallFaultTest, TearsNothingAndEndsWithTheCall) {
+    if (std::system("strace -o /dev/null true 2>/dev/null") != 0)
+        GTEST_SKIP() << "strace cannot run";
+    ASSERT_NE(Live(m_strace), "");
+    const std::regex faulty("openat|read|write|close|.*stat.*|rename.*|.*link.*|mkdir|fsync|flock|"
+                            "f?truncate|f?chmod|fchown|getdents64|faccessat.*|utimensat|fcntl|"
+                            "clone|wait4");
+    int failures = 0;
+    for (const auto& [call, times] : TracedCalls(LinesOf(m_account.Root() + "/trace"))) {
+        if (!std::regex_match(call, faulty))
+            continue;
+        for (int nth = times.first + 1; nth <= times.second; nth += Stride(61), ++failures)
+            Fail(call, nth);
+        RecordProperty(call, times.second - times.first);
+    }
+    RecordProperty("failures", failures);
+}
+
+INSTANTIATE_TEST_SUITE_P(Errors, SystemCallFaultTest,
+                         Values("EACCES", "EDQUOT", "EINTR", "EIO", "EMFILE", "ENOSPC", "EROFS"),
+                         [](const auto& error) { return std::string(error.param); });
+
+TEST_F(FaultTest, WritesThatAreShortOrInterruptedGoOn) {
+    ASSERT_THAT(Live("SHORT_WRITES=7"), HasSubstr("\nu=open\nu=NULL\n"));
+    EXPECT_THAT(Sessions(), SizeIs(3));
+    for (const auto& [session, paths] : Sessions())
+        EXPECT_NO_THROW(ReadSession(paths)) << session;
+}
+
+} // namespace
