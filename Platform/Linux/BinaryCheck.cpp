@@ -86,10 +86,11 @@ private:
     bool VisitCounted(std::uint64_t kind, std::uint64_t count, std::uint64_t at, int depth) {
         switch (kind) {
         case Data:
-        case AsciiText:
             return Unfold(at, count, 1);
+        case AsciiText:
+            return VisitText(at, count, 1);
         case Utf16Text:
-            return Unfold(at, count, 2);
+            return VisitText(at, count, 2);
         case List:
             return VisitReferences(at, count, depth);
         case Map:
@@ -117,6 +118,16 @@ private:
             return false;
         m_unfoldedBytes += count * width;
         return m_unfoldedBytes <= kMaximumUnfoldedBytes;
+    }
+
+    /// A NUL would end the program if the text is a key.
+    bool VisitText(std::uint64_t at, std::uint64_t count, std::size_t width) {
+        if (!Unfold(at, count, width))
+            return false;
+        for (std::uint64_t index = 0; index < count; ++index)
+            if (BigEndian(std::size_t(at) + std::size_t(index) * width, width) == 0)
+                return false;
+        return true;
     }
 
     bool VisitReferences(std::uint64_t at, std::uint64_t count, int depth) {

@@ -8,7 +8,9 @@
 #include <boost/date_time/date_parsing.hpp>
 #include <boost/date_time/gregorian/gregorian_types.hpp>
 
+#include <algorithm>
 #include <optional>
+#include <string_view>
 
 using namespace ConfigVocabulary;
 
@@ -28,8 +30,20 @@ constexpr StateName kStateNames[] = {
     {VS_CONFIG_HIBERNATE, "Hibernate"},
 };
 
+constexpr std::string_view kDateSeparators = ",-. /";
+
+/// Whether the date parser may have the text: it computes with each character as with a digit
+/// before it looks whether it is one, which overflows with those far from digits.
+bool IsParsable(const std::string& text) {
+    return std::ranges::all_of(text, [](char c) {
+        return (c >= '0' && c <= '~') || kDateSeparators.find(c) != std::string_view::npos;
+    });
+}
+
 /// A date that is written year first; nothing when it cannot be read.
 std::optional<Date> ParseDate(const std::string& text) {
+    if (!IsParsable(text))
+        return std::nullopt;
     try {
         const Date date = boost::date_time::parse_date<Date>(text, boost::date_time::ymd_order_iso);
         return date.is_special() ? std::nullopt : std::optional(date);
