@@ -27,6 +27,12 @@ bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, 
 bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef domain,
                         CFStringRef user, CFStringRef host);
 
+/// Sets the value under a top-level key that has none; `value` becomes the one that is there. Of
+/// several programs that add at once, one prevails. Returns false, with `value` unchanged, when the
+/// stored state cannot be read or changed.
+bool AddPreferenceValue(CFStringRef key, PropertyList& value, CFStringRef domain, CFStringRef user,
+                        CFStringRef host);
+
 /// Makes the domain agree with persistent storage. Returns false when the domain or the scope can
 /// name none.
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host);

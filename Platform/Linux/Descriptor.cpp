@@ -46,10 +46,14 @@ Descriptor OpenRegularFile(const std::string& path, int flags, mode_t mode) {
     struct stat status = {};
     if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0)
         return Descriptor();
-    if (S_ISREG(status.st_mode))
-        return file;
-    errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
-    return Descriptor();
+    if (!S_ISREG(status.st_mode)) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+        return Descriptor();
+    }
+    // The process's mask may have kept even its user out of a new file.
+    if ((flags & O_CREAT) != 0 && status.st_size == 0 && (status.st_mode & mode) != mode)
+        ::fchmod(file.Get(), mode);
+    return file;
 }
 
 bool ReadToEnd(int descriptor, std::uint64_t maximumBytes, std::string& bytes) {

@@ -20,9 +20,9 @@ int OpenFlags(Access access) {
     case Access::ReadWrite:
         return O_RDWR;
     case Access::Append:
-        return O_WRONLY | O_APPEND | O_CREAT;
+        return O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW;
     case Access::Truncate:
-        return O_WRONLY | O_CREAT;
+        return O_WRONLY | O_CREAT | O_NOFOLLOW;
     }
     return O_RDONLY;
 }

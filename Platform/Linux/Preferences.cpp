@@ -22,6 +22,10 @@ PreferenceState ReadFirst(const PreferencePaths& paths) {
     return state;
 }
 
+bool CreateFolderOf(const PreferencePaths& paths) {
+    return CreateFolderWithParents(std::filesystem::path(paths.target).parent_path().string());
+}
+
 bool Holds(const PreferenceState& state, const std::string& key, const PropertyList* value) {
     const PropertyList* found = state.values->Find(key);
     return value && found ? *found == *value : !value && !found;
@@ -75,11 +79,25 @@ bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef 
         return false;
     if (Holds(state, key->utf8, value))
         return true;
-    const std::filesystem::path folder = std::filesystem::path(paths->target).parent_path();
-    if (!CreateFolderWithParents(folder.string()))
+    if (!CreateFolderOf(*paths))
         return false;
     const PreferenceLock lock(paths->target);
     return lock.IsHeld() && Change(*paths, key->utf8, value);
+}
+
+bool AddPreferenceValue(CFStringRef key, PropertyList& value, CFStringRef domain, CFStringRef user,
+                        CFStringRef host) {
+    const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
+    if (!key || !paths || !CreateFolderOf(*paths))
+        return false;
+    const PreferenceLock lock(paths->target);
+    std::optional<PropertyList> stored;
+    if (!lock.IsHeld() || !CopyPreferenceValue(key, domain, user, host, stored))
+        return false;
+    if (!stored)
+        return Change(*paths, key->utf8, &value);
+    value = *stored;
+    return true;
 }
 
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host) {

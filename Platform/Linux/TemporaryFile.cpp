@@ -16,7 +16,10 @@ TemporaryFile TemporaryFile::Unique(const std::string& target) {
         path = target + ".XXXXXX";
         return ::mkostemp(path.data(), O_CLOEXEC);
     });
-    return TemporaryFile(path, Descriptor(AwayFromStandardStreams(number)));
+    TemporaryFile file(path, Descriptor(AwayFromStandardStreams(number)));
+    if (file.IsOpen()) // the process's mask may keep even its user out
+        ::fchmod(file.m_file.Get(), 0600);
+    return file;
 }
 
 TemporaryFile TemporaryFile::Named(const std::string& path, mode_t permissions) {

@@ -16,7 +16,10 @@ std::string GUIDGen::GetUsageUserGUID(bool readOnly) {
         readOnly)
         return guid;
     guid = GuidGen();
-    if (!guid.empty())
+    // Another program of the user may be at the same: both go on with the one that is stored.
+    if (!guid.empty() &&
+        !PreferenceUtil::AddPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
+                                            kCFPreferencesCurrentHost))
         PreferenceUtil::SetPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
                                            kCFPreferencesCurrentHost);
     return guid;

@@ -133,6 +133,14 @@ bool PreferenceUtil::SetPreferenceValue(const std::string& key, const std::strin
     return WriteOneLevel({key, domain, user, host}, value);
 }
 
+bool PreferenceUtil::AddPreferenceValue(const std::string& key, const std::string& domain,
+                                        std::string& value, CFStringRef user, CFStringRef host) {
+    PropertyList stored(value);
+    const PlatformText keyText(key), domainText(domain);
+    return Platform::AddPreferenceValue(keyText.Get(), stored, domainText.Get(), user, host) &&
+           CommonMacUtils::Convert(&stored, value);
+}
+
 bool PreferenceUtil::DeletePreferenceValue(const std::string& dictKey, const std::string& subKey,
                                            const std::string& domain, CFStringRef user,
                                            CFStringRef host) {

@@ -47,6 +47,10 @@ public:
                                    const std::string& value, CFStringRef user, CFStringRef host);
     static bool SetPreferenceValue(const std::string& key, const std::string& domain,
                                    const int& value, CFStringRef user, CFStringRef host);
+    /// Stores the text unless a value is there; `value` becomes the one that is. False when that is
+    /// no text, or when it cannot be read or stored.
+    static bool AddPreferenceValue(const std::string& key, const std::string& domain,
+                                   std::string& value, CFStringRef user, CFStringRef host);
 
     // Listing; false when there is no dictionary under `key`. The vector is not cleared.
 
