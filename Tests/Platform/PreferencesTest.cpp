@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -236,26 +235,6 @@ TEST_F(Preferences, FailedWriteLeavesTheOldFileAndNothingElse) {
     EXPECT_TRUE(Set("b", PropertyList(2)));
     EXPECT_EQ(Get("a"), PropertyList(1));
     EXPECT_FALSE(fs::exists(File() + ".new"));
-}
-
-TEST_F(Preferences, ProcessesWritingAtOnceLoseNoKey) {
-    constexpr int kWriters = 4, kKeys = 12;
-    for (int writer = 0; writer < kWriters; ++writer)
-        if (::fork() == 0) {
-            bool stored = true;
-            for (int key = 0; key < kKeys; ++key)
-                stored =
-                    Set(std::to_string(writer) + "." + std::to_string(key), PropertyList(key)) &&
-                    stored;
-            ::_exit(stored ? 0 : 1);
-        }
-    for (int writer = 0; writer < kWriters; ++writer) {
-        int status = -1;
-        ::wait(&status);
-        EXPECT_EQ(status, 0);
-    }
-    const auto values = Platform::ReadPreferenceFile(File()).values;
-    EXPECT_EQ(values->AsDictionary()->size(), std::size_t{kWriters * kKeys});
 }
 
 TEST_F(Preferences, WaitingForAnotherWriterEnds) {

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <set>
 #include <sstream>
@@ -53,26 +54,24 @@ std::set<std::string> State() {
     for (std::string line; std::getline(in, line);)
         lines.insert(line);
     std::erase_if(lines, [](const std::string& line) {
-        const std::string varying[] = {"Vm", "Rss", "FDSize", "SigQ", "voluntary", "nonvoluntary"};
-        return std::any_of(std::begin(varying), std::end(varying),
-                           [&line](const std::string& name) { return line.starts_with(name); });
+        return line.starts_with("Vm") || line.starts_with("Rss") || line.starts_with("FDSize") ||
+               line.starts_with("SigQ") || line.find("voluntary_") != std::string::npos;
     });
     return lines;
 }
 
 void PrintChanges() {
     const std::set<std::string> now = State();
-    for (const std::string& line : g_noted)
-        std::cout << (now.contains(line) ? "" : "gone: " + line + "\n");
-    for (const std::string& line : now)
-        std::cout << (g_noted.contains(line) ? "" : "new: " + line + "\n");
+    std::cout << "changes:\n";
+    std::set_symmetric_difference(g_noted.begin(), g_noted.end(), now.begin(), now.end(),
+                                  std::ostream_iterator<std::string>(std::cout, "\n"));
 }
 
 /// Reads the lines that are left ahead: a child would read them, too, or make them be read again.
 void ReadAhead() {
-    auto* script = new std::stringbuf;
-    std::cin.get(*script, '\0');
-    std::cin.rdbuf(script);
+    static auto& script = *new std::stringbuf;
+    if (std::cin.rdbuf() != &script)
+        std::cin.get(script, '\0').rdbuf(&script);
 }
 
 void CloseStreams() {
