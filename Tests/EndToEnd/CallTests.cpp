@@ -6,52 +6,20 @@ namespace {
 
 using CallTest = EndToEndTest;
 
-const std::string kLong(600, 'x');
-
-std::string Error(const std::string& type, const std::string& group, const std::string& value) {
-    return "NewGroup|Vistra|NOVALUE|ValidationErrors|" + group + "|0\nDataRec|" + group +
-           "|ErrorType|VS_INVALID_" + type + "\nDataRec|" + group + "|Value|" + value + "\n";
-}
-
-struct CallCase {
-    std::string calls, records, logged = "UTCloseSession Success: ";
-};
-
-const CallCase kCases[] = {
-    {"UTAddToSession s Key V\\", "DataRec|1|Key|V\\\n"},
-    {"UTAddToSession s 9lives \"\"", "DataRec|1|VS_9lives|NOVALUE\n"},
-    {"UTAddToSession s \"Größe <1>\" NULL", "DataRec|1|Gr____e__1_|NOVALUE\n"},
-    {"UTAddToSession s K \"a\xff <z='&\\\">\xc3\"", "DataRec|1|K|a\uFFFD <z='&\">\uFFFD\n"},
-    {"UTAddToSession s K " + kLong,
-     Error("STRING", "6", kLong) + "DataRec|1|K|" + kLong.substr(88) + "\n"},
-    {"UTAddToSession s 1" + kLong + " V",
-     Error("STRING", "6", "1" + kLong) + "DataRec|1|VS_1" + kLong.substr(476) + "|V\n"},
-    {"UTAddToSession s NULL V", "", "VerifyString pcKey: VS_STR_NULL"},
-    {"UTAddToSession s \"\" V", Error("STRING", "6", "NOVALUE"),
-     "VerifyString pcKey: VS_STR_EMPTY"},
-    {"UTLogEvent s NULL NULL NULL NULL 0", "EventRec|0|NOVALUE|NOVALUE|NOVALUE\n"},
-    {"UTLogEvent s \"2 a\" \"\" .b NULL 7", "EventRec|0|2 a|NOVALUE|.b\n"},
-    {"UTLogEvent s C " + kLong + " E NULL 0",
-     Error("STRING", "6", kLong) + "EventRec|0|C|" + kLong.substr(472) + "|E\n"},
-    {"UTLogEvent s C S E abc -1", "", "VerifyDocIdBuffer: "},
-    {"UTNewDataGroup s 2nd Sub \"my group\" g NULL 0\nUTAddToGroup s g K NULL\nUTAddToGroup s 0 K "
-     "V",
-     "NewGroup|VS_2nd|Sub|my_group|6|0\nDataRec|6|K|NOVALUE\nDataRec|0|K|V\n"},
-    {"UTNewDataGroup s C NULL NULL g NULL 0\nUTAddToGroup s g K V",
-     "NewGroup|Vistra|NOVALUE|ValidationErrors|6|0\n" + Error("GROUPID", "7", "6"),
-     "AddToGroup VerifyGroupId: -1"},
-    {"UTNewDataGroup s \"\" S G g NULL 0", Error("STRING", "6", "NOVALUE"),
-     "VerifyString pcCategory: VS_STR_EMPTY"},
-    {"UTNewDataGroup s C S G g abc -1\nUTNewDataGroup s C S G NULL NULL 0", "",
-     "VerifyDocIdBuffer: "},
-};
-
+/// Each file holds calls and, after an empty line, what they leave in the log and the document.
 TEST_F(CallTest, WritesWhatCanBeUsedAndReportsTheRest) {
-    for (const CallCase& given : kCases) {
-        SCOPED_TRACE(given.calls);
-        m_host.Play(kOpen + given.calls + "\n" + kClose);
-        EXPECT_EQ(Briefs(ReadSession(Files()), kStartRecords, kEndRecords), given.records);
-        EXPECT_THAT(m_host.Log(), Contains("DEBUG " + given.logged));
+    const std::string folder = TEST_DATA "/Calls/";
+    EXPECT_THAT(NamesIn(folder), SizeIs(16));
+    for (const std::string& name : NamesIn(folder)) {
+        const std::string given = ReadText(folder + name);
+        const std::size_t end = given.find("\n\n") + 1;
+        m_host.Play(kOpen + given.substr(0, end) + kClose);
+        std::string outcome = "\n";
+        for (const std::string& message : m_host.Log())
+            if (message.starts_with("DEBUG ") && !message.starts_with("DEBUG UT"))
+                outcome += message + "\n";
+        outcome += Briefs(ReadSession(Files()), kStartRecords, kEndRecords);
+        EXPECT_EQ(outcome, given.substr(end)) << name;
         ClearFolder();
         std::filesystem::remove(m_account.DiagnosticLog());
     }
@@ -126,20 +94,8 @@ TEST_F(CallTest, DemographicAnswersBelongToProducts) {
     EXPECT_THAT(Briefs(ReadSession(Files())), HasSubstr("DataRec|3|A|own\n"));
 }
 
-/// Every call, with "%" for each text.
-std::vector<std::string> Calls() {
-    std::istringstream in(
-        "UTInitialize % 0 %;UTStartSession t % % % % %;UTAddToSession s % %;UTLogEvent s % % % % "
-        "2097152;"
-        "UTNewDataGroup s % % % g % 2097152;UTAddToGroup s 1 % %;UTCloseSession t;UTGetOptIn ;"
-        "UTSetOptIn 1;UTOptInGet %;UTOptInSet % 1;UTGetDemographic % 9 9;UTSetDemographic % %;"
-        "UTGetNonDefaultDemographic % % 9 9;UTSetNonDefaultDemographic % % "
-        "%;UTSetSerializationState 2;");
-    std::vector<std::string> calls;
-    for (std::string call; std::getline(in, call, ';');)
-        calls.push_back(call);
-    return calls;
-}
+/// With "%" for each text.
+const std::vector<std::string> kEveryCall = LinesOf(TEST_DATA "/every-call.txt");
 
 /// A call with one text in place of its `index`th "%" and "ok" in place of the others.
 std::string Filled(const std::string& call, const std::string& text, int index) {
@@ -153,7 +109,7 @@ TEST_F(CallTest, HostileTextsNeitherCrashNorTearTheDocument) {
     std::string calls = kOpen;
     for (const std::string text : {"NULL", "\"\"", "../../x", "\"\xff\xfe\xc3(\xed\xa0\x80\"",
                                    "\"<a b='&amp;'>]]>\\\"\\\\\"", "long"})
-        for (const std::string& call : Calls())
+        for (const std::string& call : kEveryCall)
             for (int i = 0; i < std::ranges::count(call, '%'); ++i)
                 calls += Filled(call, text == "long" ? std::string(1'100'000, '<') : text, i) +
                          kInitialize + "UTCloseSession t\n";
@@ -168,12 +124,12 @@ TEST_F(CallTest, ThatRunsOutOfMemoryIsLogged) {
     for (int nth = 1; nth < 80; ++nth) {
         const std::string failing = "failing " + std::to_string(nth) + " ";
         calls += failing + "UTSetSerializationState 2\n" + kOpen;
-        for (const std::string& call : Calls())
+        for (const std::string& call : kEveryCall)
             calls += failing + Filled(call, std::string(100, 'x'), 0);
         calls += kClose;
     }
     m_host.Play(calls);
-    for (const std::string& call : Calls()) {
+    for (const std::string& call : kEveryCall) {
         const std::string name = call.substr(0, call.find(' '));
         const std::string twin = name == "UTAddToGroup" ? name : "WRAPPER" + name;
         EXPECT_THAT(m_host.Log(), Contains("DEBUG Exception occurs for " + twin + "()"));
@@ -194,7 +150,7 @@ TEST_F(CallTest, IsAllThatTheLibraryExports) {
     const std::string list = m_account.Root() + "/symbols";
     ASSERT_EQ(std::system(("nm -D --defined-only -j '" LOG_SESSION "' >" + list).c_str()), 0);
     std::vector<std::string> names;
-    for (const std::string& call : Calls())
+    for (const std::string& call : kEveryCall)
         names.push_back(call.substr(0, call.find(' ')));
     EXPECT_THAT(LinesOf(list), UnorderedElementsAreArray(names));
 }

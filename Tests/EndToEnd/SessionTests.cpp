@@ -10,48 +10,6 @@ namespace {
 
 using SessionTest = EndToEndTest;
 
-constexpr char kDocument[] = R"(<?xml version="1.0" encoding="utf-8"?>
-
-<UsageDoc version="0.5.4">
-<StartSession id="GUID" time="TIME" seq="0" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="Session" time="TIME" group="1" doc="0" seq="1" />
-<DataRec time="TIME" group="1" name="ProductFamily" data="Suite" seq="2" />
-<DataRec time="TIME" group="1" name="ProductName" data="Editor" seq="3" />
-<DataRec time="TIME" group="1" name="ProductVersion" data="1.0" seq="4" />
-<DataRec time="TIME" group="1" name="ProductBuild" data="100" seq="5" />
-<DataRec time="TIME" group="1" name="ProductLanguage" data="en_US" seq="6" />
-<DataRec time="TIME" group="1" name="User" data="GUID" seq="7" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="SystemInfo" time="TIME" group="2" doc="0" seq="8" />
-<DataRec time="TIME" group="2" name="OS" data="MACHINE" seq="9" />
-<DataRec time="TIME" group="2" name="OSType" data="MACHINE" seq="10" />
-<DataRec time="TIME" group="2" name="OSLanguage" data="de_DE" seq="11" />
-<DataRec time="TIME" group="2" name="UserLanguage" data="de_DE" seq="12" />
-<DataRec time="TIME" group="2" name="Processor" data="MACHINE" seq="13" />
-<DataRec time="TIME" group="2" name="ProcessorName" data="MACHINE" seq="14" />
-<DataRec time="TIME" group="2" name="ProcessorModel" data="MACHINE" seq="15" />
-<DataRec time="TIME" group="2" name="NumProcessors" data="MACHINE" seq="16" />
-<DataRec time="TIME" group="2" name="Speed" data="MACHINE" seq="17" />
-<DataRec time="TIME" group="2" name="Memory" data="MACHINE" seq="18" />
-<DataRec time="TIME" group="2" name="MonitorCount" data="0" seq="19" />
-<DataRec time="TIME" group="2" name="DefaultBrowser" data="com.apple.safari " seq="20" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="Demographics" time="TIME" group="3" doc="0" seq="21" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="ExecutableInfo" time="TIME" group="4" doc="0" seq="22" />
-<DataRec time="TIME" group="4" name="ExecutableName" data="Test Host" seq="23" />
-<DataRec time="TIME" group="4" name="ExecutableVersion" data="7" seq="24" />
-<DataRec time="TIME" group="4" name="ExecutableBuild" data="7.1" seq="25" />
-<DataRec time="TIME" group="4" name="ExecutableLanguage" data="NOVALUE" seq="26" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="UsageVersionInfo" time="TIME" group="5" doc="0" seq="27" />
-<DataRec time="TIME" group="5" name="LogTransport2.exe" data="2.0" seq="28" />
-<DataRec time="TIME" group="5" name="LogSession.dll" data="LIBRARY" seq="29" />
-<EventRec doc="0" category="&#60;File&#62;" subcategory="Open" name="Image" time="TIME" seq="30" />
-<NewGroup category="Vistra" subcategory="NOVALUE" name="OptInInfo" time="TIME" group="6" doc="0" seq="31" />
-<DataRec time="TIME" group="6" name="Key" data="key" seq="32" />
-<DataRec time="TIME" group="6" name="OptedIn" data="TRUE" seq="33" />
-<DataRec time="TIME" group="6" name="Date" data="TIME" seq="34" />
-<EndSession id="GUID" time="TIME" seq="35" />
-</UsageDoc>
-)";
-
 std::string Masked(const std::string& text) {
     static const std::regex guid("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}");
     static const std::regex time("[0-9-]{10}T[0-9:]{8}Z");
@@ -64,6 +22,10 @@ std::string Masked(const std::string& text) {
     return std::regex_replace(masked, time, "TIME");
 }
 
+std::string Expected(const std::string& name) {
+    return ReadText(TEST_DATA "/Sessions/" + name);
+}
+
 TEST_F(SessionTest, LeavesItsDocumentPlainOrObfuscated) {
     for (const bool obfuscate : {false, true}) {
         Prefer("obfuscate", obfuscate);
@@ -73,8 +35,7 @@ TEST_F(SessionTest, LeavesItsDocumentPlainOrObfuscated) {
         EXPECT_THAT(Masked(Files()[0]), EndsWith(std::string("/ulog_Suite_Editor_GUID_GUID_0.") +
                                                  (obfuscate ? "rdy" : "xml")));
         EXPECT_EQ(fs::status(Files()[0]).permissions(), fs::perms(0600));
-        EXPECT_EQ(Masked(ClearText(Files()[0])), kDocument);
-        EXPECT_EQ(ReadSession(Files()).size(), kStartRecords + 1 + kEndRecords);
+        EXPECT_EQ(Masked(ClearText(Files()[0])), Expected("session.xml"));
         fs::remove(Files()[0]);
     }
     EXPECT_EQ(m_host.Launches(), 3U) << "two sessions and an opt-in document";
@@ -92,13 +53,44 @@ TEST_F(SessionTest, TellsOfEachDisplayInAGroupOfItsOwn) {
         m_host.Play(kOpen + kClose);
         records = ReadSession(Files());
     }
-    EXPECT_THAT(Briefs(records), HasSubstr("DataRec|2|MonitorCount|2\n"
-                                           "DataRec|2|DefaultBrowser|com.apple.safari \n"
-                                           "NewGroup|Vistra|NOVALUE|VistraScreenResolution|3|0\n"
-                                           "DataRec|3|width|900\nDataRec|3|height|720\n"
-                                           "NewGroup|Vistra|NOVALUE|VistraScreenResolution|4|0\n"
-                                           "DataRec|4|width|380\nDataRec|4|height|700\n"
-                                           "NewGroup|Vistra|NOVALUE|Demographics|5|0\n"));
+    EXPECT_THAT(Briefs(records), HasSubstr(Expected("displays.txt")));
+}
+
+TEST_F(SessionTest, NamesProgramAndAgentAsTheirBundlesDo) {
+    m_account.SetVariable("LANGUAGE", "sv:en");
+    const auto told = [this](const std::string& info, const std::string& prefix = "") {
+        for (const std::string& bundle : {m_host.Folder(), m_host.AgentBundle()})
+            WriteText(bundle + "/Contents/Info.plist",
+                      ReadText(TEST_DATA "/Bundles/" + info + ".plist"));
+        ClearFolder();
+        m_host.Play(kOpen + kClose, prefix);
+        const std::vector<DocumentRecord> records = ReadSession(Files());
+        std::string values;
+        for (const std::size_t i : {11, 12, 23, 24, 25, 28})
+            values += records[i]["data"] + " ";
+        return values;
+    };
+    EXPECT_EQ(told("Identity"), "de_DE sv NOVALUE NOVALUE NOVALUE NOVALUE ");
+    EXPECT_EQ(told("Usual"), "de_DE sv Name 1.2 short 1.2 ");
+    EXPECT_EQ(told("EmptyTexts"), "de_DE sv Executable NOVALUE 4 NOVALUE ");
+    EXPECT_EQ(told("WrongKinds"), "de_DE sv Name NOVALUE short NOVALUE ");
+    EXPECT_EQ(told("WrongIdentity"), "NOVALUE NOVALUE NOVALUE NOVALUE NOVALUE 1.2 ");
+    EXPECT_EQ(told("Broken"), "NOVALUE NOVALUE NOVALUE NOVALUE NOVALUE NOVALUE ");
+    EXPECT_EQ(told("Binary"), "de_DE sv Bin\u00E4r 2.1 77 2.1 ");
+    // A program that is in no bundle has its Info.plist beside it.
+    fs::copy_file(SCRIPT_HOST, m_host.Folder() + "/Plain");
+    const std::string plain = "Host.app/Plain <calls >results; exit;";
+    EXPECT_EQ(told("Usual", plain), "NOVALUE NOVALUE NOVALUE NOVALUE NOVALUE 1.2 ");
+    fs::copy_file(TEST_DATA "/Bundles/Usual.plist", m_host.Folder() + "/Info.plist");
+    EXPECT_EQ(told("Identity", plain), "de_DE sv Name 1.2 short NOVALUE ");
+}
+
+TEST_F(SessionTest, HasAMarkerThatNamesAProgramThoughItWasDeleted) {
+    m_host.Play("host shell \"rm Host.app/Contents/MacOS/Host\"\nUTInitialize key 1 NULL\n"
+                "UTSetOptIn 1\n" +
+                kStart);
+    EXPECT_THAT(NamesIn(m_account.Home() + "/.local/state/Logs/Norvale/Vistra/SessionInfo"),
+                ElementsAre(EndsWith("_Host.sif")));
 }
 
 TEST_F(SessionTest, IsToldInTheLog) {
@@ -106,13 +98,7 @@ TEST_F(SessionTest, IsToldInTheLog) {
     std::string log;
     for (const std::string& message : m_host.Log())
         log += message.substr(0, message.find('/')) + "\n";
-    EXPECT_EQ(log, "INFO UTInitialize\nINFO UTSetOptIn\nINFO OptInSet: keyvalue: 1\n"
-                   "INFO UTStartSession\nINFO OptInGet: keyvalue: 1\n"
-                   "DEBUG UTStartSession Success: \nINFO LogTransport2 Path: \n"
-                   "INFO UTAddToGroup\nDEBUG UTAddToGroup has valid session\n"
-                   "INFO UTCloseSession\nDEBUG UTCloseSession has valid session\n"
-                   "DEBUG UTCloseSession Before EndSession: \nINFO LogTransport2 Path: \n"
-                   "DEBUG UTCloseSession Success: \n");
+    EXPECT_EQ(log, Expected("log.txt"));
     EXPECT_THAT(LinesOf(m_account.DiagnosticLog())[0],
                 MatchesRegex(".INFO. . PID:[0-9]+ . TIME:.{20} . VALUE:UTInitialize . "
                              "DETAIL:File:LogSession/WrapperUTLogData LINE:[0-9]+"));
@@ -147,14 +133,18 @@ TEST_F(SessionTest, RefusedByAGateLeavesALineInTheLogAndNothingElse) {
     expectRefused(kStart, "gsPrefx: ");
     expectRefused("UTInitialize \"\" 0 NULL\n" + kStart, "pcUsagekey: VS_STR_EMPTY");
     expectRefused("UTInitialize a\\b 0 NULL\n" + kStart, "pcUsagekey: a\\b");
+    // The agent's own configuration stands for the user's while there is none.
+    const std::string agents = m_host.AgentBundle() + "/Contents/Resources/LogTransport2.cfg";
+    fs::remove(m_account.UserConfigFile());
+    WriteText(agents, "[ulog]\nstatus=Disabled");
+    expectRefused(kOpen, "VerifyConfigStatus failure");
     for (const char* off : {"[ulog]\nstatus=Disabled", "[hibernate]\nsuite_editor=x|2999-01-01"}) {
         WriteText(m_account.UserConfigFile(), off);
         expectRefused(kOpen, "VerifyConfigStatus failure");
     }
-    // The agent's own configuration, being newer, takes the place of the user's.
+    // Being newer, it takes its place, but for the state.
     fs::last_write_time(m_account.UserConfigFile(),
                         fs::file_time_type::clock::now() - std::chrono::hours(9));
-    WriteText(m_host.AgentBundle() + "/Contents/Resources/LogTransport2.cfg", "");
     PreferenceUtil::SetPreferenceValue("Enabled", PreferenceKeys::kEnablementDomain, 0,
                                        kCFPreferencesAnyUser, kCFPreferencesCurrentHost);
     expectRefused(kOpen, "VerifyGroupPolicy failure");
@@ -163,26 +153,15 @@ TEST_F(SessionTest, RefusedByAGateLeavesALineInTheLogAndNothingElse) {
 }
 
 TEST_F(SessionTest, RecordsEachChangeOfTheOptInOnce) {
-    for (const auto& [optIn, base, count] :
-         {std::tuple(0, "1", "0"), {0, "", ""}, {1, "0", "1"}, {0, "0", "-1"}}) {
-        m_host.Play(kInitialize + "UTSetSerializationState 1\nUTSetOptIn " + std::to_string(optIn) +
-                    "\n" + kStart);
+    for (const auto& [optIn, document] : {std::pair("0", "never-in.xml"),
+                                          {"0", ""},
+                                          {"1", "opted-in.xml"},
+                                          {"0", "no-longer-in.xml"}}) {
+        m_host.Play(kInitialize + "UTSetSerializationState 1\nUTSetOptIn " + optIn + "\n" + kStart);
         const auto files = Files("ulog_VistraOptinProductFamily_VistraOptinProduct_00000000-0000-");
-        ASSERT_EQ(files.size(), *base ? 1U : 0U);
-        EXPECT_EQ(Briefs(ReadSession(files, 0)), !*base ? ""
-                                                        : R"(StartSession
-NewGroup|Vistra|OptinRate|Session|0|NOVALUE
-DataRec|0|ProductFamily|VistraOptinProductFamily
-DataRec|0|ProductName|VistraOptinProduct
-NewGroup|OptinProductInfo|OptinProductInfo|OptinProductInfo|1|NOVALUE
-DataRec|1|OptinProductFamily|Suite
-DataRec|1|OptinProductName|Editor
-DataRec|1|OptinProductVersion|1.0
-DataRec|1|OptinProductSerializationState|Trial
-DataRec|1|OptinKey|key
-NewGroup|OptInInfo|OptInInfo|OptInInfo|2|NOVALUE
-DataRec|2|BaseCount|)" + std::string(base) + "\nDataRec|2|OptInCount|" +
-                                                              count + "\nEndSession\n");
+        ASSERT_EQ(files.size(), *document ? 1U : 0U);
+        EXPECT_EQ(*document ? Masked(ClearText(files[0])) : "",
+                  *document ? Expected(document) : "");
         ClearFolder();
     }
     EXPECT_EQ(m_host.Launches(), 3U);

@@ -111,13 +111,3 @@ TEST_F(Files, MovesAndCopiesRefuseAnExistingTarget) {
     EXPECT_EQ(NamesIn(m_sandbox.Root()), (std::vector<std::string>{"b", "c", "d", "house"}));
     EXPECT_EQ(ReadText(Path("c")) + ReadText(Path("d")), "aa");
 }
-
-TEST_F(Files, FoldersTakeTheGivenParentsPermissions) {
-    fs::permissions(m_sandbox.Home(), fs::perms(0751));
-    EXPECT_TRUE(Platform::CreateFolder(Path("folder"), m_sandbox.Home()));
-    EXPECT_EQ(fs::status(Path("folder")).permissions(), fs::perms(0751));
-    EXPECT_TRUE(Platform::CreateFolder(Path("folder"), m_sandbox.Home()));
-    WriteText(Path("file"), "");
-    EXPECT_FALSE(Platform::CreateFolder(Path("file"), m_sandbox.Home()));
-    EXPECT_FALSE(Platform::CreateFolder(Path("other"), Path("missing")));
-}

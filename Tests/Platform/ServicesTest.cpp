@@ -1,7 +1,6 @@
 #include "Platform/Bundle.h"
 #include "Platform/Identifier.h"
 #include "Platform/PlatformString.h"
-#include "Platform/RegularExpression.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/UserFolders.h"
 #include "Tests/Support/Sandbox.h"
@@ -101,10 +100,4 @@ TEST(PlatformServices, IdentifiersAreRandomUpperCaseUuids) {
     EXPECT_THAT(uuid, testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]"
                                             "{3}-[0-9A-F]{12}"));
     EXPECT_NE(uuid, Platform::CreateUuidText());
-}
-
-TEST(PlatformServices, RegularExpressionsMatchAnywhere) {
-    EXPECT_TRUE(Platform::RegularExpression(".*\\.xml").Matches("a.xml.bak"));
-    EXPECT_FALSE(Platform::RegularExpression("xml").Matches("XML"));
-    EXPECT_FALSE(Platform::RegularExpression("(").Matches("("));
 }

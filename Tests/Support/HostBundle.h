@@ -19,18 +19,6 @@ inline std::vector<std::string> LinesOf(const std::string& path) {
     return lines;
 }
 
-/// A property list of these keys and texts, in pairs.
-inline std::string InfoPlist(std::initializer_list<const char*> pairs) {
-    std::string text = "<plist><dict>";
-    bool isKey = true;
-    for (const char* word : pairs) {
-        text += isKey ? "<key>" : "<string>";
-        text += std::string(word) + (isKey ? "</key>" : "</string>");
-        isKey = !isKey;
-    }
-    return text + "</dict></plist>";
-}
-
 /// A host program in a bundle of its own in a user account, with the library's log switched on and
 /// inside it an agent that does nothing but count its launches.
 class HostBundle {
@@ -39,10 +27,9 @@ public:
         const std::string agent = AgentBundle() + "/Contents/MacOS/LogTransport2";
         WriteText(agent, "#!/bin/sh\necho launched >>\"$HOME/launches\"\n");
         std::filesystem::permissions(agent, std::filesystem::perms::owner_all);
-        WriteText(AgentBundle() + "/Contents/Info.plist", InfoPlist({"CFBundleVersion", "2.0"}));
-        WriteText(Folder() + "/Contents/Info.plist",
-                  InfoPlist({"CFBundleIdentifier", "test.host", "CFBundleName", "Test Host",
-                             "CFBundleVersion", "7", "CFBundleShortVersionString", "7.1"}));
+        WriteText(AgentBundle() + "/Contents/Info.plist",
+                  ReadText(TEST_DATA "/Bundles/Agent.plist"));
+        WriteText(Folder() + "/Contents/Info.plist", ReadText(TEST_DATA "/Bundles/Host.plist"));
         WriteText(Folder() + "/VSLog.config", "append=1\n");
         std::filesystem::copy_file(SCRIPT_HOST, Folder() + "/Contents/MacOS/Host");
     }

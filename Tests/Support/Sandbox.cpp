@@ -24,14 +24,6 @@ void Assign(const std::string& name, const std::optional<std::string>& value) {
         ::unsetenv(name.c_str());
 }
 
-/// The one file of `folder` whose name begins with `prefix`, or where it would be.
-std::string FileBeginningWith(const std::string& folder, const std::string& prefix) {
-    for (const std::string& name : NamesIn(folder))
-        if (name.starts_with(prefix) && name.ends_with(".plist"))
-            return folder + "/" + name;
-    return folder + "/" + prefix + "missing.plist";
-}
-
 } // namespace
 
 Sandbox::Sandbox() {
@@ -58,11 +50,11 @@ std::string Sandbox::LogFolder() const {
 }
 
 std::string Sandbox::UserPreferences() const {
-    return FileBeginningWith(Home() + "/.config/preferences/ByHost", "com.norvale.vistra.");
-}
-
-std::string Sandbox::SharedPreferences() const {
-    return m_root + "/etc/xdg/preferences/com.norvale.vistra.apip.plist";
+    const std::string folder = Home() + "/.config/preferences/ByHost/";
+    for (const std::string& name : NamesIn(folder))
+        if (name.starts_with("com.norvale.vistra.") && name.ends_with(".plist"))
+            return folder + name;
+    return folder + "missing.plist";
 }
 
 std::string Sandbox::UserConfigFile() const {

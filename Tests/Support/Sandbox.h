@@ -18,10 +18,9 @@ public:
     std::string Home() const { return m_root + "/home"; }
 
     /// Where the library keeps things of this account.
-    std::string LogFolder() const;         ///< usage documents
-    std::string UserPreferences() const;   ///< file of the domain com.norvale.vistra, this host
-    std::string SharedPreferences() const; ///< file of com.norvale.vistra.apip, every user
-    std::string UserConfigFile() const;    ///< the agent's configuration
+    std::string LogFolder() const;       ///< usage documents
+    std::string UserPreferences() const; ///< file of the domain com.norvale.vistra, this host
+    std::string UserConfigFile() const;  ///< the agent's configuration
     std::string DiagnosticLog() const;
 
     /// Sets or unsets an environment variable until the sandbox ends.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdio>
 #include <string>
 
 /// A real X server of the test's own, with a screen of 1280x720 that nobody sees.
@@ -17,11 +18,8 @@ public:
     /// Changes the arrangement of its monitors.
     void RunXrandr(const std::string& arguments) const;
 
-    /// A stopped server takes connections, and does nothing with them.
-    void Stop() const;
-    void Continue() const;
-
 private:
+    std::FILE* m_output = nullptr;
     int m_process = -1;
     std::string m_number;
 };

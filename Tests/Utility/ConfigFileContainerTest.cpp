@@ -93,15 +93,4 @@ TEST(ConfigFileContainer, AFailedReadEmptiesTheTableAndAFailedWriteIsReported) {
     EXPECT_THAT(config.Entries(), IsEmpty());
 }
 
-TEST(ConfigFileContainer, MergesArbitraryBytesAndLongLines) {
-    const std::string odd("\xff\0\x80", 3);
-    const std::string value(1 << 20, 'v');
-    ConfigFileContainer config = Parsed("[" + odd + "]\n" + odd + "=old\nx=1\n");
-    EXPECT_EQ(config.Update("[" + odd + "]\n" + odd + "=" + odd + value + "\n["), 0u);
-    EXPECT_EQ(config.GetValue(odd, odd), odd + value);
-    EXPECT_EQ(config.Entries().size(), 2u);
-    config.Replace("x");
-    EXPECT_THAT(config.Entries(), ElementsAre(Pair("/x", "x")));
-}
-
 } // namespace

@@ -76,7 +76,7 @@ TEST_F(Consent, SwitchesAreOnUnlessZeroIsStored) {
     EXPECT_TRUE(m_tree.SetValue("obfuscate", 0) && m_tree.SetValue("Enabled", 0));
     EXPECT_EQ(states(), 11) << "one key is of another domain";
     EXPECT_TRUE(m_tree.SetValue("obfuscate", std::string("0")) && m_tree.SetValue("send", 0));
-    WriteText(m_sandbox.SharedPreferences(),
+    WriteText(m_sandbox.Root() + "/etc/xdg/preferences/com.norvale.vistra.apip.plist",
               "<plist><dict><key>Enabled</key><integer>0</integer></dict></plist>");
     EXPECT_EQ(states(), 100) << "a text is no switch";
 }
@@ -96,19 +96,4 @@ TEST_F(Consent, ResetForgetsOptInAndAnswersButNeitherDateNorOtherProducts) {
     EXPECT_EQ(GUIDGen::GetUsageUserGUID(true), "");
     const std::string guid = GUIDGen::GetUsageUserGUID(false);
     EXPECT_EQ(At("GUID"), guid);
-}
-
-TEST_F(Consent, AnswersAreCopiedIntoWhatTheCallerHas) {
-    const DemographicNode node("P");
-    char buffer[8] = "before";
-    std::size_t size = 4;
-    EXPECT_TRUE(node.SetValue("color", "yellow"));
-    EXPECT_FALSE(node.GetValue("missing", buffer, size, false));
-    EXPECT_FALSE(node.GetValue(nullptr, buffer, size, false) || node.SetValue("color", nullptr));
-    EXPECT_FALSE(node.GetValue("color", nullptr, size, false) || node.SetValue(nullptr, ""));
-    EXPECT_EQ(buffer + std::to_string(size), "before4");
-    EXPECT_TRUE(node.GetValue("color", buffer, size, false));
-    EXPECT_EQ(buffer + std::to_string(size), "yel4");
-    EXPECT_TRUE(node.GetValue("color", nullptr, size, true));
-    EXPECT_EQ(size, 7u);
 }
