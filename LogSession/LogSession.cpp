@@ -148,8 +148,13 @@ void LogSession::AddRecord() {
 
 void LogSession::CountBytes(unsigned long length) {
     m_bytesInFile += static_cast<std::uint32_t>(length);
-    if (m_bytesInFile >= kSplitThresholdBytes)
+    if (m_bytesInFile < kSplitThresholdBytes)
+        return;
+    try {
         SplitLog();
+    } catch (const std::exception&) {
+        return; // the record is written, and the next one goes on with the split
+    }
 }
 
 void LogSession::ForgetLongRecord() {
@@ -164,8 +169,8 @@ void LogSession::CloseFile() {
 }
 
 void LogSession::Discard() {
-    // A file that is not open was handed off, or never was.
-    if (!IsExist())
+    // Another file that is not open was handed off, or never was.
+    if (!IsExist() && m_step != Step::HandOver)
         return;
     CloseFile();
     FileSystemUtils::DeleteLocalFile(m_currentPath);
@@ -174,8 +179,8 @@ void LogSession::Discard() {
 int LogSession::HandleLogWrittingFailure() {
     CloseFile();
     m_enabled = false;
-    FileSystemUtils::DeleteLocalFile(m_currentPath);
-    TransferFile();
+    if (FileSystemUtils::DeleteLocalFile(m_currentPath)) // half a document is not handed off
+        TransferFile();
     return 0;
 }
 
@@ -192,8 +197,9 @@ bool LogSession::GenerateOptInfoLogFile(const std::string& family, const std::st
         return false;
     std::string key;
     getProductIndividualOptinKey(family, name, version, key);
-    const int oldValue = LogSessionUtils::GetOptIn(key.c_str());
-    if (newValue == oldValue || !LogSessionUtils::SetOptIn(key.c_str(), newValue))
+    int oldValue = kOptInUnknown;
+    if (!LogSessionUtils::ReadOptIn(key.c_str(), oldValue) || newValue == oldValue ||
+        !LogSessionUtils::SetOptIn(key.c_str(), newValue))
         return false;
     if (newValue != kOptedIn && newValue != kOptedOut)
         return false;
@@ -205,7 +211,7 @@ bool LogSession::GenerateOptInfoLogFile(const std::string& family, const std::st
                                      CountOf(oldValue, newValue), policy->GetSerializationState(),
                                      family, name, version, path);
     } catch (const std::exception&) {
-        LogSessionUtils::SetOptIn(key.c_str(), oldValue); // the next start is to tell of the change
+        LogSessionUtils::RestoreOptIn(key.c_str(), oldValue); // the next start tells of the change
         throw;
     }
     return true;

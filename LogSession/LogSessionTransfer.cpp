@@ -18,7 +18,7 @@ constexpr char kEveryDocument[] = "*.*";
 bool LogSession::IsReady() {
     if (m_enabled && m_step != Step::Record)
         ContinueSplit();
-    if (m_enabled)
+    if (m_enabled && !m_hasEnded)
         HasFile(); // the record of one that cannot be opened is lost, and its number with it
     return m_enabled;
 }
@@ -101,6 +101,9 @@ void LogSession::EndSession() {
         return;
     if (!m_hasEnded)
         LogEndSessionTag();
+    ContinueSplit();
+    if (!m_enabled) // a failed write has handed the file off
+        return;
     CloseFile();
     const bool hasUpload = HandOver();
     m_enabled = false; // nothing is left for a second call

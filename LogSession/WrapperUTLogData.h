@@ -56,7 +56,8 @@ bool UTInitialize_Called() VISTRA_REQUIRES(gApiMutex);
 /// into the document of `dataLogger`. False when it was refused; does not log.
 bool VerifyString(const DataLogger& dataLogger, const char* input, std::string& out, int kind);
 
-/// Reads the stored opt-in of a key. False, logged, for a refused key; `value` is then untouched.
+/// Reads the stored opt-in of a key. False, with `value` untouched, for a refused key, logged, and
+/// when what is stored cannot be read.
 bool OptInGet(const char* usageKey, int& value);
 /// Stores an opt-in. False, logged, for a refused value or key.
 bool OptInSet(const char* usageKey, int value);

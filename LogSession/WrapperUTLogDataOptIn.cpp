@@ -51,7 +51,9 @@ bool OptInGet(const char* usageKey, int& value) {
     std::string key;
     if (!VerifyUsageKey("OptInGet VerifyString pcUsagekey: ", usageKey, key))
         return false;
-    value = LogSessionUtils::GetOptIn(key.c_str());
+    // What cannot be read is no answer: one that is known goes on to hold.
+    if (!LogSessionUtils::ReadOptIn(key.c_str(), value))
+        return false;
     CacheOptIn(key, value);
     LogOptIn("OptInGet: ", key, value);
     return true;

@@ -49,6 +49,10 @@ bool RenewModificationTime(const std::string& path);
 /// nothing left at the new name.
 bool CopyFile(const std::string& source, const std::string& destination);
 
+/// Deletes an item that is not a folder; of a link only the link. False, with nothing deleted, for
+/// any other path, and when it cannot be deleted.
+bool DeleteFile(const std::string& path) noexcept;
+
 /// Moves an item in one step; false when the target exists or the move fails.
 bool RenameWithoutReplacing(const std::string& source, const std::string& destination);
 

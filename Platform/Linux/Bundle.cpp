@@ -2,6 +2,7 @@
 
 #include "LibraryInfo.h"
 #include "Platform/Files.h"
+#include "Platform/Linux/Descriptor.h"
 #include "Platform/Linux/PropertyListFile.h"
 #include "Platform/Process.h"
 #include "Platform/ThreadAnnotations.h"
@@ -19,13 +20,21 @@ namespace {
 constexpr char kIdentifierKey[] = "CFBundleIdentifier";
 constexpr char kInfoFile[] = "Info.plist";
 
-PropertyList ReadInfo(const fs::path& file) {
+/// An empty one for a file that is missing or not understood, and nothing for one that cannot be
+/// read just now.
+std::optional<PropertyList> ReadInfo(const fs::path& file) {
+    errno = 0;
     const auto bytes = ReadFile(file.string(), kMaximumPropertyListBytes);
+    if (!bytes && MayPass(errno))
+        return std::nullopt;
     std::optional<PropertyList> info = bytes ? ParsePropertyList(*bytes) : std::nullopt;
     return info && info->AsDictionary() ? std::move(*info) : PropertyList();
 }
 
-CFBundleRef MakeBundle(const fs::path& location, PropertyList info) {
+CFBundleRef MakeBundle(const fs::path& location, std::optional<PropertyList> infoOrNothing) {
+    if (!infoOrNothing)
+        return nullptr;
+    PropertyList info = std::move(*infoOrNothing);
     const PropertyList* value = info.Find(kIdentifierKey);
     const std::string* identifier = value ? value->AsString() : nullptr;
     std::string name = identifier ? *identifier : std::string();
@@ -80,7 +89,7 @@ CFBundleRef MainBundle() {
     static AnnotatedMutex mutex;
     static CFBundleRef& bundle = *new CFBundleRef;
     const ScopedLock lock(mutex);
-    if (!bundle) // for as long as the kernel does not tell the program's path
+    if (!bundle) // for as long as its path or its information cannot be told
         bundle = BundleOfProgram(CurrentProgramPath());
     return bundle;
 }

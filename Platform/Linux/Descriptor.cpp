@@ -8,6 +8,10 @@
 
 namespace Platform {
 
+bool MayPass(int reason) {
+    return reason == EMFILE || reason == ENFILE || reason == ENOMEM || reason == EIO;
+}
+
 Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
     std::swap(m_number, other.m_number);
     return *this;

@@ -17,6 +17,10 @@ auto Retried(Call call) {
     return result;
 }
 
+/// Whether what `reason`, an errno, tells of may be over at the next try: a lack of descriptors or
+/// memory, or an error of the device. What such a failure hides must not count as missing.
+bool MayPass(int reason);
+
 /// Owner of an open file descriptor.
 class Descriptor {
 public:

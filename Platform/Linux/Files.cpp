@@ -99,6 +99,10 @@ bool CopyFile(const std::string& source, const std::string& destination) {
     return copy.Store(*content) && copy.MoveToNew(destination);
 }
 
+bool DeleteFile(const std::string& path) noexcept {
+    return path.find('\0') == std::string::npos && ::unlink(path.c_str()) == 0;
+}
+
 bool RenameWithoutReplacing(const std::string& source, const std::string& destination) {
     if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, destination.c_str(), RENAME_NOREPLACE) == 0)
         return true;

@@ -1,9 +1,11 @@
 #include "Platform/Linux/PreferencePaths.h"
 
 #include "Platform/Files.h"
+#include "Platform/Linux/Descriptor.h"
 #include "Platform/Linux/Environment.h"
 #include "Platform/Linux/EnvironmentFolders.h"
 #include "Platform/Preferences.h"
+#include "Platform/ThreadAnnotations.h"
 
 #include <algorithm>
 #include <string_view>
@@ -34,9 +36,14 @@ bool CanNameFile(const std::string& domain) {
     return !domain.empty() && domain.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
 }
 
-/// The machine keeps its name while a program runs. Never destroyed, for the host's exit handlers.
-const std::string& ThisMachine() {
-    static const std::string& name = *new std::string(MachineName("/etc/machine-id"));
+/// The machine keeps its name while a program runs; empty while it cannot be told. Never destroyed,
+/// for the host's exit handlers.
+std::string ThisMachine() {
+    static AnnotatedMutex mutex;
+    static std::string& name = *new std::string;
+    const ScopedLock lock(mutex);
+    if (name.empty())
+        name = MachineName("/etc/machine-id");
     return name;
 }
 
@@ -45,7 +52,14 @@ std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRe
     if (folder.empty())
         return std::nullopt;
     std::string path = folder + kFolder;
-    path += host == kCFPreferencesCurrentHost ? "ByHost/" + domain + "." + ThisMachine() : domain;
+    if (host == kCFPreferencesCurrentHost) {
+        const std::string machine = ThisMachine();
+        if (machine.empty())
+            return std::nullopt;
+        path += "ByHost/" + domain + "." + machine;
+    } else {
+        path += domain;
+    }
     path += kExtension;
     PreferencePaths paths;
     paths.search = {path};
@@ -77,7 +91,11 @@ std::optional<PreferencePaths> FindPreferences(CFStringRef domain, CFStringRef u
 }
 
 std::string MachineName(const std::string& machineIdFile) {
-    std::string id = ReadFile(machineIdFile, 4096).value_or("");
+    errno = 0;
+    const std::optional<std::string> content = ReadFile(machineIdFile, 4096);
+    if (!content && MayPass(errno))
+        return std::string();
+    std::string id = content.value_or("");
     id.resize(std::min(id.size(), id.find_first_of(std::string_view(" \t\r\n/\0", 6))));
     return id.empty() || id == "uninitialized" ? HostName() : id;
 }

@@ -13,7 +13,17 @@ namespace {
 constexpr std::string_view kBinaryHead = "bplist00";
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
+/// libplist ends the program when it runs out of memory. So what it may need for so many bytes of a
+/// file is asked for first, and given back at once: what runs out, runs out here.
+void RequireMemoryFor(std::size_t bytes) {
+    constexpr std::size_t kNeedOfAByte = 40, kNeedOfAFile = 16'384;
+    const auto memory =
+        std::make_unique_for_overwrite<volatile char[]>(kNeedOfAFile + bytes * kNeedOfAByte);
+    memory[0] = 0;
+}
+
 NodePointer ParseBytes(std::string_view bytes) {
+    RequireMemoryFor(bytes.size());
     const ClassicLocale classic;
     plist_t node = nullptr;
     const auto length = static_cast<std::uint32_t>(bytes.size());

@@ -17,10 +17,8 @@ std::string GUIDGen::GetUsageUserGUID(bool readOnly) {
         return guid;
     guid = GuidGen();
     // Another program of the user may be at the same: both go on with the one that is stored.
-    if (!guid.empty() &&
-        !PreferenceUtil::AddPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
-                                            kCFPreferencesCurrentHost))
-        PreferenceUtil::SetPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
+    if (!guid.empty())
+        PreferenceUtil::AddPreferenceValue(kUserGuid, kDomain, guid, kCFPreferencesCurrentUser,
                                            kCFPreferencesCurrentHost);
     return guid;
 }

@@ -72,6 +72,23 @@ bool LogSessionUtils::SetOptIn(const char* productKey, int value) {
     return true;
 }
 
+bool LogSessionUtils::ReadOptIn(const char* productKey, int& value) {
+    int stored = kOptInUnknown;
+    if (!PreferenceUtil::ReadPreferenceValue(Text(productKey), PreferenceKeys::kOptIn,
+                                             PreferenceKeys::kDomain, stored,
+                                             kCFPreferencesCurrentUser, kCFPreferencesCurrentHost))
+        return false;
+    value = stored;
+    return true;
+}
+
+void LogSessionUtils::RestoreOptIn(const char* productKey, int value) {
+    if (value == kOptInUnknown)
+        Remove(productKey, PreferenceKeys::kOptIn);
+    else
+        SetOptIn(productKey, value);
+}
+
 bool LogSessionUtils::SetOptIn(const char* productKey, const char* subKey, const char* value) {
     return value && Store(productKey, subKey, std::string(value));
 }
@@ -92,9 +109,9 @@ std::string LogSessionUtils::GenerateOptInDateKey(const std::string&) {
 int LogSessionUtils::CheckOptDate(const std::string& productKey) {
     if (productKey.empty())
         return -1;
-    const std::string dateKey = GenerateOptInDateKey(productKey);
-    if (!CheckOptInExist(productKey.c_str(), dateKey.c_str()))
-        SetOptIn(productKey.c_str(), dateKey.c_str(), TimeUtils::CalcTime().c_str());
+    PreferenceUtil::AddPreferenceValue(productKey, GenerateOptInDateKey(productKey),
+                                       PreferenceKeys::kDomain, TimeUtils::CalcTime(),
+                                       kCFPreferencesCurrentUser, kCFPreferencesCurrentHost);
     return 0;
 }
 

@@ -25,6 +25,11 @@ public:
     /// the three store nothing. Always true.
     static bool SetOptIn(const char* productKey, int value);
 
+    /// Like GetOptIn, but false, with `value` unchanged, when what is stored cannot be read.
+    static bool ReadOptIn(const char* productKey, int& value);
+    /// Puts back what GetOptIn told; the demographic answers stay.
+    static void RestoreOptIn(const char* productKey, int value);
+
     // A text of the product's record, such as its date.
 
     static bool SetOptIn(const char* productKey, const char* subKey, const char* value);

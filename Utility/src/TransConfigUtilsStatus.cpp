@@ -30,14 +30,19 @@ constexpr StateName kStateNames[] = {
     {VS_CONFIG_HIBERNATE, "Hibernate"},
 };
 
-constexpr std::string_view kDateSeparators = ",-. /";
-
-/// Whether the date parser may have the text: it computes with each character as with a digit
-/// before it looks whether it is one, which overflows with those far from digits.
-bool IsParsable(const std::string& text) {
-    return std::ranges::all_of(text, [](char c) {
-        return (c >= '0' && c <= '~') || kDateSeparators.find(c) != std::string_view::npos;
-    });
+/// Whether the date parser may have the text: it computes with each character of year, month and
+/// day as with a digit before it looks whether it is one, which overflows with those far from
+/// digits.
+bool IsParsable(std::string_view text) {
+    constexpr std::string_view kSeparators = ",-. /";
+    for (int part = 0; part < 3 && !text.empty(); ++part) {
+        text.remove_prefix(std::min(text.find_first_not_of(kSeparators), text.size()));
+        const std::string_view word = text.substr(0, text.find_first_of(kSeparators));
+        if (std::ranges::any_of(word, [](char c) { return c < '0' || c > '~'; }))
+            return false;
+        text.remove_prefix(word.size());
+    }
+    return true;
 }
 
 /// A date that is written year first; nothing when it cannot be read.

@@ -114,6 +114,10 @@ bool FileSystemUtils::DoesPathExist(const std::string& path) {
     return type != fs::file_type::none && type != fs::file_type::not_found;
 }
 
+bool FileSystemUtils::IsPathMissing(const std::string& path) {
+    return TypeOf(path) == fs::file_type::not_found;
+}
+
 bool FileSystemUtils::IsDirectory(const std::string& path) {
     return TypeOf(path) == fs::file_type::directory;
 }

@@ -26,6 +26,8 @@ public:
     // Tests and information.
 
     static bool DoesPathExist(const std::string& path);
+    /// Whether there is surely nothing at the path; one that cannot be looked at may exist.
+    static bool IsPathMissing(const std::string& path);
     static bool IsDirectory(const std::string& path);
     /// True for an empty path, a folder, and a hidden item.
     static bool IsMacSystemFile(const std::string& path);

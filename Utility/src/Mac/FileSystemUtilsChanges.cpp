@@ -133,6 +133,8 @@ bool FileSystemUtils::CreateLocalDirectory(const std::string& path) {
 }
 
 bool FileSystemUtils::DeleteLocalFile(const std::string& path) {
+    if (Platform::DeleteFile(path)) // takes no memory, which may be what a file is deleted for
+        return true;
     // Without its trailing delimiter a link is the item itself, not the folder behind it.
     const std::string item = RightTrimPathByDelimiter(path);
     const fs::file_type type = ItemTypeOf(item);

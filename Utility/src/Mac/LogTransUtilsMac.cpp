@@ -37,14 +37,14 @@ bool IsOutdated(const std::string& userFile, const std::string& defaultFile) {
 
 void BringUpToDate(const std::string& userFile, const std::string& defaultFile) {
     const bool defaultExists = FileSystemUtils::DoesPathExist(defaultFile);
-    const bool userExists = FileSystemUtils::DoesPathExist(userFile);
-    if (defaultExists && userExists) {
-        if (IsOutdated(userFile, defaultFile))
-            TransConfigUtils::ReplaceConfig(defaultFile, userFile);
-    } else if (defaultExists) {
+    const bool userMissing = FileSystemUtils::IsPathMissing(userFile);
+    if (userMissing && defaultExists) {
         FileSystemUtils::CopyLocalFile(defaultFile, userFile);
-    } else if (!userExists) {
+    } else if (userMissing) {
         TransConfigUtils::CreateDefaultConfig(userFile);
+    } else if (defaultExists && FileSystemUtils::DoesPathExist(userFile) &&
+               IsOutdated(userFile, defaultFile)) {
+        TransConfigUtils::ReplaceConfig(defaultFile, userFile);
     }
 }
 

@@ -138,7 +138,33 @@ bool PreferenceUtil::AddPreferenceValue(const std::string& key, const std::strin
     PropertyList stored(value);
     const PlatformText keyText(key), domainText(domain);
     return Platform::AddPreferenceValue(keyText.Get(), stored, domainText.Get(), user, host) &&
-           CommonMacUtils::Convert(&stored, value);
+           (CommonMacUtils::Convert(&stored, value) ||
+            SetPreferenceValue(key, domain, value, user, host));
+}
+
+bool PreferenceUtil::AddPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                        const std::string& domain, const std::string& value,
+                                        CFStringRef user, CFStringRef host) {
+    const Place place{dictKey, domain, user, host};
+    std::optional<PropertyList> dictionary = place.ReadForChange();
+    if (!dictionary || subKey.empty())
+        return false;
+    std::string there;
+    if (CommonMacUtils::Convert(dictionary->Find(subKey), there))
+        return true;
+    dictionary->AsDictionary()->insert_or_assign(subKey, PropertyList(value));
+    return place.Write(*dictionary);
+}
+
+bool PreferenceUtil::ReadPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                         const std::string& domain, int& out, CFStringRef user,
+                                         CFStringRef host) {
+    const Place place{dictKey, domain, user, host};
+    std::optional<PropertyList> dictionary;
+    if (!place.IsComplete() || !place.Read(dictionary))
+        return false;
+    CommonMacUtils::Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
+    return true;
 }
 
 bool PreferenceUtil::DeletePreferenceValue(const std::string& dictKey, const std::string& subKey,

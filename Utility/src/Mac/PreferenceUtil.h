@@ -25,6 +25,14 @@ public:
     static bool GetPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                    const std::string& domain, int& out, CFStringRef user,
                                    CFStringRef host);
+    /// Leaves `out` as it is when there is no number. False when what is stored cannot be read.
+    static bool ReadPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                    const std::string& domain, int& out, CFStringRef user,
+                                    CFStringRef host);
+    /// Stores the text unless one is there. False when neither could be made sure of.
+    static bool AddPreferenceValue(const std::string& dictKey, const std::string& subKey,
+                                   const std::string& domain, const std::string& value,
+                                   CFStringRef user, CFStringRef host);
     /// False, with nothing changed, when something other than a dictionary is under `dictKey`.
     static bool SetPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                    const std::string& domain, const std::string& value,
@@ -47,8 +55,8 @@ public:
                                    const std::string& value, CFStringRef user, CFStringRef host);
     static bool SetPreferenceValue(const std::string& key, const std::string& domain,
                                    const int& value, CFStringRef user, CFStringRef host);
-    /// Stores the text unless a value is there; `value` becomes the one that is. False when that is
-    /// no text, or when it cannot be read or stored.
+    /// Stores the text unless one is there; `value` becomes the one that is. False when what is
+    /// stored cannot be read or changed.
     static bool AddPreferenceValue(const std::string& key, const std::string& domain,
                                    std::string& value, CFStringRef user, CFStringRef host);
 
