@@ -34,12 +34,15 @@ struct FaultTest : EndToEndTest {
     /// The first of the sample, and the distance to the next: all of them if thorough.
     static unsigned Stride(unsigned stride) { return std::getenv("VISTRA_THOROUGH") ? 1 : stride; }
 
-    /// Lives the life in an account that is empty but for another program's document. Returns
-    /// what the host printed, and nothing when it does not end well within time.
+    /// What is there before a life.
+    virtual void Prepare() const { WriteText(Others(), "theirs"); }
+
+    /// Lives the life in an account that is otherwise empty. Returns what the host printed, and
+    /// nothing when it does not end well within time.
     std::optional<std::string> Live(const std::string& prefix) const {
         for (const char* folder : {"/.config", "/.local"})
             std::filesystem::remove_all(m_account.Home() + folder);
-        WriteText(Others(), "theirs");
+        Prepare();
         const std::string command = "cd '" + m_account.Root() + "'; timeout 60 env " + prefix +
                                     " Host.app/Contents/MacOS/Host <calls >results";
         if (std::system(command.c_str()) != 0)
@@ -139,6 +142,16 @@ std::map<std::string, std::vector<int>> TracedCalls(const std::vector<std::strin
 }
 
 struct SystemCallFaultTest : FaultTest, WithParamInterface<const char*> {
+    void Prepare() const override {
+        FaultTest::Prepare();
+        using namespace PreferenceKeys;
+        PreferenceUtil::SetPreferenceValue(kUserGuid, kDomain, m_user, kCFPreferencesCurrentUser,
+                                           kCFPreferencesCurrentHost);
+        PreferenceUtil::SetPreferenceValue("key", kDate, kDomain, std::string("2001"),
+                                           kCFPreferencesCurrentUser, kCFPreferencesCurrentHost);
+        WriteText(m_account.UserConfigFile(), "[mine]\nkeep=1\n");
+    }
+
     /// Lives with the nth such call failing, or from the nth on if the error lasts.
     void Fail(const std::string& call, int nth) const {
         std::string error = GetParam(), when = std::to_string(nth);
@@ -152,17 +165,21 @@ struct SystemCallFaultTest : FaultTest, WithParamInterface<const char*> {
             Live(m_strace + "-e trace=" + call + " -e inject=" + call + ":error=" + error +
                  ":when=" + when);
         ASSERT_THAT(results, Optional(HasSubstr(lasts ? "" : "\nu=open\nu=NULL\n")));
+        EXPECT_THAT(ReadText(m_account.UserPreferences()),
+                    AllOf(HasSubstr(m_user), HasSubstr("2001")));
+        EXPECT_THAT(ReadText(m_account.UserConfigFile()), HasSubstr("keep=1"));
         for (const auto& [session, paths] : Sessions())
             lasts || session.find("After") == std::string::npos ? ExpectWholeRecords(paths)
                                                                 : void(ReadSession(paths));
-        // Without agent or consent, as it seems then, a hand-over empties the folder.
-        if (std::regex_match(call, std::regex(".*stat.*|openat|read")) && !FolderIsKept())
+        // Without an agent, as it seems then, a hand-over empties the folder.
+        if (std::regex_match(call, std::regex(".*stat.*")) && !FolderIsKept())
             return;
         EXPECT_EQ(ReadText(Others()), "theirs");
     }
 
     bool FolderIsKept() const { return std::filesystem::exists(Others()); }
 
+    const std::string m_user = "0A1B2C3D-0000-4000-8000-0123456789AB";
     const std::string m_strace = "ASAN_OPTIONS=detect_leaks=0 strace -qq -o trace ";
 };
 

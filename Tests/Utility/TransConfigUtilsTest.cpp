@@ -57,6 +57,7 @@ TEST_F(ConfigStatus, HibernatesUntilTheWakeUpDate) {
     const std::string hibernate = "[ulog]\nstatus=Hibernate\nwakeupdate=";
     EXPECT_EQ(StatusOf(hibernate + DateAfter(1)), VS_CONFIG_HIBERNATE);
     EXPECT_EQ(Content(), hibernate + DateAfter(1) + "\n");
+    EXPECT_EQ(StatusOf(hibernate + DateAfter(1) + " 10:00 +0000 (!)"), VS_CONFIG_HIBERNATE);
     for (const std::string& date :
          {DateAfter(0), DateAfter(-1), std::string("soon"), std::string()}) {
         EXPECT_EQ(StatusOf(hibernate + date), VS_CONFIG_ACTIVE) << date;
