@@ -7,7 +7,10 @@
 #include "Utility/src/Mac/PreferenceUtil.h"
 #include "Utility/src/PreferenceKeys.h"
 
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -55,27 +58,27 @@ public:
     bool IsTame() const { return m_isTame; }
 
 private:
+    using Block = std::unique_ptr<char, decltype(&std::free)>;
+
     /// A text in a block without a byte to spare, or null.
-    std::unique_ptr<char[]> Text() {
+    Block Text() {
         const int form = m_input.Number(8);
         if (form == 1)
-            return nullptr;
+            return {nullptr, std::free};
         std::string text = m_input.Text('\0');
         while (form > 5 && !text.empty() && text.size() <= (form == 6 ? 200 : 512))
             text += text;
         const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
         if (m_isTame)
             std::replace_if(text.begin(), text.end(), isControl, '_');
-        auto block = std::make_unique<char[]>(text.size() + 1);
-        text.copy(block.get(), text.size());
-        return block;
+        return {::strdup(text.c_str()), std::free};
     }
 
     /// Any call takes what it needs of one set of arguments.
     void Call() {
         const int call = m_input.Number(16), handle = m_input.Number(8);
-        const int number = m_input.Number(256), choice = number % 8;
-        const auto first = Text(), second = Text(), third = Text();
+        const int number = m_input.Number(256), choice = number % 8, value = choice - 1;
+        const Block first = Text(), second = Text(), third = Text();
         const char *const a = first.get(), *const b = second.get(), *const c = third.get();
         const std::string id = m_input.Text('\xFF');
         std::vector<unsigned char> block(id.begin(), id.end());
@@ -83,49 +86,38 @@ private:
         const int idLength = static_cast<int>(id.size()) * (choice == 1 ? -1 : 1);
         LogSession** const variable = handle == 7 ? nullptr : &m_handles[handle];
         LogSession* const session = m_handles[handle];
-        int& group = m_groups[choice];
-        unsigned long length = static_cast<unsigned long>(number);
-        std::vector<char> buffer(length + (length == 0));
+        int* const group = &m_groups[choice];
+        unsigned long size = static_cast<unsigned long>(number);
+        unsigned long* const length = handle == 7 ? nullptr : &size;
+        std::vector<char> buffer(size + (size == 0));
         char* const out = a && b && c ? buffer.data() : nullptr;
-        switch (call) {
-        case 0:
-            return Repeat(number, [=] { UTAddToSession(session, a, b); });
-        case 1:
-            return Repeat(number, [=] { UTLogEvent(session, a, b, c, document, idLength); });
-        case 2:
-            return Repeat(number, [=, &group] {
-                UTNewDataGroup(session, a, b, c, choice == 7 ? nullptr : &group, document,
-                               idLength);
-            });
-        case 3:
-            return Repeat(number, [=] { UTAddToGroup(session, group, a, b); });
-        case 4:
-            return Start(variable, a, b, c);
-        case 5:
-            m_handles[6] = session; // which is no longer one
-            return UTCloseSession(variable);
-        case 6:
-            return UTInitialize(a, static_cast<unsigned char>(number),
-                                b && !*b ? m_agent.c_str() : b);
-        case 7:
-            return UTSetOptIn(choice - 1);
-        case 8:
-            return UTOptInSet(a, choice - 1);
-        case 9:
-            return void(UTOptInGet(a) + UTGetOptIn());
-        case 10:
-            return void(UTSetSerializationState(choice - 1));
-        case 11:
-            return UTSetDemographic(a, b);
-        case 12:
-            return UTSetNonDefaultDemographic(a, b, c);
-        case 13:
-            return UTGetDemographic(a, out, handle == 7 ? nullptr : &length);
-        case 14:
-            return UTGetNonDefaultDemographic(a, b, out, handle == 7 ? nullptr : &length);
-        default:
-            m_handles[handle % 4] = m_handles[choice];
-        }
+        const char* const agent = b && !*b ? m_agent.c_str() : b;
+        const std::function<void()> calls[16] = {
+            [=] { UTAddToSession(session, a, b); },
+            [=] { UTLogEvent(session, a, b, c, document, idLength); },
+            [=] {
+                UTNewDataGroup(session, a, b, c, choice == 7 ? nullptr : group, document, idLength);
+            },
+            [=] { UTAddToGroup(session, *group, a, b); },
+            [=, this] { Start(variable, a, b, c); },
+            [=, this] {
+                m_handles[6] = session; // which is no longer one
+                UTCloseSession(variable);
+            },
+            [=] { UTInitialize(a, static_cast<unsigned char>(number), agent); },
+            [=] { UTSetOptIn(value); },
+            [=] { UTOptInSet(a, value); },
+            [=] { return void(UTOptInGet(a) + UTGetOptIn()); },
+            [=] { UTSetSerializationState(value); },
+            [=] { UTSetDemographic(a, b); },
+            [=] { UTSetNonDefaultDemographic(a, b, c); },
+            [=] { UTGetDemographic(a, out, length); },
+            [=] { UTGetNonDefaultDemographic(a, b, out, length); },
+            [=, this] { m_handles[handle % 4] = m_handles[choice]; }};
+        // A data call is made once, or often enough to split a document.
+        const int times = call > 3 || number < 240 ? 1 : 8 * (number - 239);
+        for (int left = times; left > 0 && (call > 3 || m_records++ < kMaximumRecords); --left)
+            calls[call]();
     }
 
     void Start(LogSession** variable, const char* a, const char* b, const char* c) {
@@ -135,16 +127,6 @@ private:
             UTStartSession(variable, a, b, c, a, b);
         if (variable && *variable)
             m_opened.push_back(*variable);
-    }
-
-    /// Makes a data call once, or often enough to split a document.
-    template <class DataCall>
-    void Repeat(int number, DataCall call) {
-        for (int left = number < 240 ? 1 : 8 * (number - 239);
-             left > 0 && m_records < kMaximumRecords; --left) {
-            call();
-            ++m_records;
-        }
     }
 
     FuzzInput m_input;
@@ -170,16 +152,6 @@ void ForgetLastSplit(std::vector<std::string>& files) {
     WriteText(files.back(), text.substr(0, end) + kRootEnd);
 }
 
-/// All files of a session, or what is left of them.
-void CheckSession(std::vector<std::string> files, bool isKept) {
-    std::ranges::stable_sort(files, {}, &std::string::size);
-    ForgetLastSplit(files);
-    if (isKept)
-        ReadSession(files);
-    else
-        std::ranges::for_each(files, ReadDocument);
-}
-
 void CheckFolder(bool isTame, bool isKept) {
     std::map<std::string, std::vector<std::string>> sessions;
     for (const std::string& name : NamesIn(Account().LogFolder())) {
@@ -190,8 +162,14 @@ void CheckFolder(bool isTame, bool isKept) {
         else if (isTame)
             sessions[name.substr(0, name.rfind('_'))].push_back(path);
     }
-    for (const auto& [session, files] : sessions)
-        CheckSession(files, isKept);
+    for (auto& [session, files] : sessions) {
+        std::ranges::stable_sort(files, {}, &std::string::size);
+        ForgetLastSplit(files);
+        if (isKept)
+            ReadSession(files);
+        else // what is left of them
+            std::ranges::for_each(files, ReadDocument);
+    }
 }
 
 } // namespace

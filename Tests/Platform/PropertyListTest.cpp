@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 using Platform::ParsePropertyList;
 using Platform::PropertyList;
 using Platform::SerializePropertyList;
@@ -12,13 +10,8 @@ using Kind = PropertyList::Kind;
 
 namespace {
 
-std::string Document(const std::string& value) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + value +
-           "</plist>\n";
-}
-
 PropertyList Parsed(const std::string& value) {
-    const std::optional<PropertyList> list = ParsePropertyList(Document(value));
+    const std::optional<PropertyList> list = ParsePropertyList("<plist>" + value + "</plist>");
     EXPECT_TRUE(list) << value;
     return list.value_or(PropertyList());
 }
@@ -28,13 +21,6 @@ PropertyList Parsed(const std::string& value) {
 TEST(PropertyListFile, ForeignValuesComeOutAsTheyWentIn) {
     const std::string text = ReadText(TEST_DATA "/PropertyLists/foreign-values.plist");
     EXPECT_EQ(SerializePropertyList(ParsePropertyList(text).value()), text);
-    for (const char* real : {"<real>0.10000000000000001", "<real>-1.5", "<real>1.0e+300"}) {
-        const std::string once =
-            SerializePropertyList(Parsed(real + std::string("</real>"))).value();
-        EXPECT_EQ(SerializePropertyList(ParsePropertyList(once).value()), once);
-        EXPECT_EQ(std::strtod(once.c_str() + once.find("<real>") + 6, nullptr),
-                  std::strtod(real + 6, nullptr));
-    }
 }
 
 TEST(PropertyListFile, NumbersReadAsSigned32BitOnlyWhereTheyAre) {

@@ -1,59 +1,17 @@
-#include "Platform/Bundle.h"
-#include "Platform/Identifier.h"
-#include "Platform/PlatformString.h"
 #include "Platform/UserDefaults.h"
 #include "Platform/UserFolders.h"
 #include "Tests/Support/Sandbox.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sys/stat.h>
 
 namespace fs = std::filesystem;
-
-namespace {
-
-constexpr char kInfo[] = "<plist><dict><key>CFBundleIdentifier</key><string>test.host</string>"
-                         "</dict></plist>";
-
-} // namespace
-
-TEST(Bundle, BundleAtPathReadsItsInfo) {
-    const Sandbox sandbox;
-    const std::string app = sandbox.Root() + "/a.app";
-    EXPECT_EQ(Platform::BundleAtPath(app), nullptr);
-    EXPECT_EQ(Platform::BundleAtPath(""), nullptr);
-    fs::create_directories(app);
-    EXPECT_EQ(Platform::BundleAtPath(app + "//")->location, app);
-    EXPECT_EQ(Platform::BundleAtPath(app)->info, Platform::PropertyList());
-    WriteText(app + "/Info.plist", kInfo);
-    EXPECT_EQ(Platform::BundleAtPath(app)->identifier, "test.host");
-    WriteText(app + "/Contents/Info.plist", "garbage");
-    EXPECT_EQ(Platform::BundleAtPath(app)->identifier, "");
-    fs::remove(app + "/Contents/Info.plist");
-    ASSERT_EQ(::mkfifo((app + "/Contents/Info.plist").c_str(), 0600), 0);
-    EXPECT_EQ(Platform::BundleAtPath(app)->info, Platform::PropertyList());
-}
-
-TEST(Bundle, LibraryIsALoadedBundle) {
-    const CFBundleRef library = Platform::LoadedBundle(Platform::kLibraryBundleIdentifier);
-    ASSERT_TRUE(library);
-    EXPECT_EQ(library->identifier, Platform::kLibraryBundleIdentifier);
-    EXPECT_THAT(*library->info.Find("CFBundleVersion")->AsString(),
-                testing::MatchesRegex("[0-9]+\\.[0-9]+\\.[0-9]+"));
-    EXPECT_TRUE(fs::is_directory(library->location)) << library->location;
-    EXPECT_EQ(Platform::LoadedBundle(""), nullptr);
-    EXPECT_EQ(Platform::LoadedBundle("no.such.bundle"), nullptr);
-}
 
 TEST(UserFolders, FollowTheEnvironmentAndAreCreatedOnDemand) {
     Sandbox sandbox;
     FSRef folder;
     EXPECT_FALSE(Platform::FindFolder(kUserDomain, kDomainLibraryFolderType, false, folder));
-    EXPECT_FALSE(Platform::FindFolder(kUserDomain, 0x6e6f6e65, true, folder));
-    EXPECT_FALSE(Platform::FindFolder(0, kDomainLibraryFolderType, true, folder));
     EXPECT_TRUE(Platform::FindFolder(kUserDomain, kDomainLibraryFolderType, true, folder));
     EXPECT_EQ(folder.path, sandbox.Home() + "/.local/state");
     EXPECT_TRUE(fs::is_directory(folder.path));
@@ -93,11 +51,4 @@ TEST(UserDefaults, SpeakTheLanguageOfTheLocaleVariables) {
                   row[4]);
     }
     EXPECT_FALSE(Platform::UserDefault("LANG"));
-}
-
-TEST(PlatformServices, IdentifiersAreRandomUpperCaseUuids) {
-    const std::string uuid = Platform::CreateUuidText();
-    EXPECT_THAT(uuid, testing::MatchesRegex("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]"
-                                            "{3}-[0-9A-F]{12}"));
-    EXPECT_NE(uuid, Platform::CreateUuidText());
 }

