@@ -25,27 +25,20 @@ struct CrashTest : EndToEndTest {
         }
     }
 
-    int MillisecondsOfASession() const {
+    double SecondsOfASession() const {
         const auto start = std::chrono::steady_clock::now();
         m_host.Play(m_open + kClose);
-        const std::chrono::duration<double, std::milli> time =
-            std::chrono::steady_clock::now() - start;
-        ClearFolder();
-        fs::remove_all(Markers());
-        return static_cast<int>(time.count());
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
 
     /// Records numbers until the kill; returns how many were acknowledged.
-    int CountUntilKilled(int milliseconds) const {
+    int CountUntilKilled(double seconds) const {
         WriteText(m_account.Root() + "/calls", m_open + "count s\n");
         const std::string command =
             "cd '" + m_account.Root() +
-            "'; exec 2>/dev/null; : >acknowledged; Host.app/Contents/MacOS/Host <calls "
-            ">acknowledged & echo $! >pid; "
-            "sleep 0." +
-            std::to_string(1'000 + milliseconds).substr(1) +
-            "; kill -9 $!; wait $!; "
-            "[ $? -eq 137 ]";
+            "'; exec 2>/dev/null; : >acknowledged; "
+            "Host.app/Contents/MacOS/Host <calls >acknowledged & echo $! >pid; sleep " +
+            std::to_string(seconds) + "; kill -9 $!; wait $!; [ $? -eq 137 ]";
         EXPECT_EQ(std::system(command.c_str()), 0);
         const auto lines = LinesOf(m_account.Root() + "/acknowledged");
         return std::max(0, static_cast<int>(lines.size()) - 1); // the first is "s=open"
@@ -87,31 +80,28 @@ TEST_F(CrashTest, ByAKillLosesNothingThatWasAcknowledged) {
     fs::remove(m_host.Folder() + "/VSLog.config"); // which would be the slowest of all
     const int kills = std::getenv("VISTRA_THOROUGH") ? 5'000 : 50;
     std::mt19937 random(std::random_device{}());
-    std::uniform_int_distribution delay(1, 3 * MillisecondsOfASession());
-    long records = 0;
-    int begun = 0;
+    std::uniform_real_distribution delay(0.0, 3 * SecondsOfASession());
+    int records = 0;
     for (int i = 0; i < kills; ++i) {
         SCOPED_TRACE("kill " + std::to_string(i));
-        fs::remove_all(m_account.Home() + "/.config");
+        for (const char* folder : {"/.config", "/.local"})
+            fs::remove_all(m_account.Home() + folder);
         Prefer("send", 0);
         Prefer("obfuscate", i % 2);
         const int acknowledged = CountUntilKilled(delay(random));
         const int recorded = RecordedNumbers();
         ASSERT_GE(recorded, acknowledged);
         EXPECT_THAT(Answer(),
-                    AllOf(Ge(acknowledged > 0 ? (acknowledged - 1) / 10 * 10 : -1), Le(recorded)));
+                    AllOf(Ge(acknowledged ? (acknowledged - 1) / 10 * 10 : -1), Le(recorded)));
         records += acknowledged;
-        begun += acknowledged > 0;
         if (acknowledged > 0)
             ExpectMarker();
         ClearFolder();
         ASSERT_EQ(m_host.Play(m_open + kClose), "s=open\ns=NULL\n") << "the next session works";
         EXPECT_EQ(ReadSession(Files()).size(), kStartRecords + kEndRecords);
-        ClearFolder();
-        fs::remove_all(Markers());
     }
-    EXPECT_GT(begun, kills / 4);
-    RecordProperty("acknowledged", std::to_string(records));
+    EXPECT_GT(records, kills);
+    RecordProperty("acknowledged", records);
 }
 
 TEST_F(CrashTest, ThatDidNotHappenLeavesFiftyMarkersOfOthersAtMost) {
@@ -151,7 +141,6 @@ TEST_F(CrashTest, MarkersFollowTheFlagAndTheKey) {
     m_host.Play(m_open + kStart + "UTInitialize other 1 NULL\n" + kClose);
     const std::vector<std::string> left = NamesIn(Markers());
     ASSERT_EQ(left.size(), 2U) << "the first start was never closed, the second under another key";
-    EXPECT_EQ(fs::status(Markers() + "/" + left[0]).permissions(), fs::perms(0600));
     EXPECT_THAT(m_host.Log(), Contains("INFO CrashHandler::SetCrashHandler").Times(2));
     std::string agent;
     EXPECT_TRUE(PreferenceUtil::GetPreferenceValue("CRProcessor", "Host", PreferenceKeys::kDomain,
