@@ -98,7 +98,7 @@ public:
     /// deletes the documents of the log folder instead.
     void TransferFile();
     /// Ends the document and hands off its last file; does nothing while disabled. Where memory
-    /// runs out half-way, a second call goes on with it.
+    /// runs out half-way, a second call goes on with it, but does not start the agent again.
     void EndSession();
 
 private:
