@@ -66,7 +66,7 @@ TEST_F(SessionTest, NamesProgramAndAgentAsTheirBundlesDo) {
         m_host.Play(kOpen + kClose, prefix);
         const std::vector<DocumentRecord> records = ReadSession(Files());
         std::string values;
-        for (const std::size_t i : {11, 12, 23, 24, 25, 28})
+        for (const std::size_t i : {11U, 12U, 23U, 24U, 25U, 28U})
             values += records[i]["data"] + " ";
         return values;
     };
