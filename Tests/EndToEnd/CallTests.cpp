@@ -126,7 +126,7 @@ TEST_F(CallTest, ThatRunsOutOfMemoryIsLogged) {
         calls += failing + "UTSetSerializationState 2\n" + kOpen;
         for (const std::string& call : kEveryCall)
             calls += failing + Filled(call, std::string(100, 'x'), 0);
-        calls += kClose;
+        calls += failing + kClose;
     }
     m_host.Play(calls);
     for (const std::string& call : kEveryCall) {

@@ -36,9 +36,11 @@ struct CrashTest : EndToEndTest {
         WriteText(m_account.Root() + "/calls", m_open + "count s\n");
         const std::string command =
             "cd '" + m_account.Root() +
-            "'; exec 2>/dev/null; : >acknowledged; "
-            "Host.app/Contents/MacOS/Host <calls >acknowledged & echo $! >pid; sleep " +
-            std::to_string(seconds) + "; kill -9 $!; wait $!; [ $? -eq 137 ]";
+            "'; exec 2>/dev/null; { Host.app/Contents/MacOS/Host <calls "
+            "& echo $! >pid; sleep " +
+            std::to_string(seconds) +
+            "; kill -9 $!; wait $!; "
+            "echo $? >status; } | cat >acknowledged; [ $(cat status) -eq 137 ]";
         EXPECT_EQ(std::system(command.c_str()), 0);
         const auto lines = LinesOf(m_account.Root() + "/acknowledged");
         return std::max(0, static_cast<int>(lines.size()) - 1); // the first is "s=open"

@@ -31,14 +31,10 @@ struct FaultTest : EndToEndTest {
     }
 
     /// The first of the sample, and the distance to the next: all of them if thorough.
-    static unsigned Stride(unsigned stride) {
-        return std::getenv("VISTRA_THOROUGH") ? 1 : stride;
-    }
+    static unsigned Stride(unsigned stride) { return std::getenv("VISTRA_THOROUGH") ? 1 : stride; }
 
     /// What is there before a life.
-    virtual void Prepare() const {
-        WriteText(Others(), "theirs");
-    }
+    virtual void Prepare() const { WriteText(Others(), "theirs"); }
 
     /// Lives the life in an account that is otherwise empty. Returns what the host printed, and
     /// nothing when it does not end well within time.
@@ -53,9 +49,7 @@ struct FaultTest : EndToEndTest {
         return ReadText(m_account.Root() + "/results");
     }
 
-    std::string Others() const {
-        return m_account.LogFolder() + "/ulog_Others.xml";
-    }
+    std::string Others() const { return m_account.LogFolder() + "/ulog_Others.xml"; }
 
     /// The documents of each session, without opt-in documents and empty files.
     std::map<std::string, std::vector<std::string>> Sessions() const {

@@ -149,6 +149,8 @@ void PlayLines() {
                 FailAllocation(failing);
             call();
             g_isInCall = false;
+            if (failing > 0)
+                FailAllocation(0);
         }
     }
 }
