@@ -7,13 +7,22 @@ namespace {
 constexpr int kFirst = 33; ///< first printable character after the blank
 constexpr int kHalf = 47;  ///< half of the printable characters
 
+/// A byte of ones, or of zeros.
+constexpr signed char Mask(bool condition) {
+    return static_cast<signed char>(-static_cast<int>(condition));
+}
+
 } // namespace
 
 char Encryption::Rot47(char character) {
-    // Without branches, so that compilers turn a loop over a text into vector instructions.
-    const auto place = static_cast<unsigned char>(character - kFirst);
-    const auto moved = static_cast<unsigned char>(place < kHalf ? place + kHalf : place - kHalf);
-    return static_cast<char>((place < 2 * kHalf ? moved : place) + kFirst);
+    // Masks on signed bytes: compilers turn a loop of these into a few vector instructions. The
+    // printable characters come to lie at the lower end of the signed numbers.
+    constexpr int kLowest = -128;
+    const auto byte = static_cast<signed char>(character);
+    const auto place = static_cast<signed char>(byte + kLowest - kFirst);
+    const signed char isPrintable = Mask(place < kLowest + 2 * kHalf);
+    const signed char isLower = Mask(place < kLowest + kHalf);
+    return static_cast<char>(byte + (isPrintable & -kHalf) + (isLower & (2 * kHalf)));
 }
 
 void Encryption::Rot47(char* text) {
@@ -24,8 +33,12 @@ void Encryption::Rot47(char* text) {
 }
 
 void Encryption::Rot47(std::string& text) {
-    for (char& character : text)
-        character = Rot47(character);
+    Rot47(text.data(), text.size());
+}
+
+void Encryption::Rot47(char* bytes, std::size_t length) {
+    for (std::size_t i = 0; i < length; ++i)
+        bytes[i] = Rot47(bytes[i]);
 }
 
 char* Encryption::GetRotData(const char* text) {

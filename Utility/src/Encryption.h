@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 /// ROT47: printable characters other than the blank change places, everything else stays. The
@@ -11,6 +12,7 @@ public:
     /// In place; null is ignored.
     static void Rot47(char* text);
     static void Rot47(std::string& text);
+    static void Rot47(char* bytes, std::size_t length);
 
     /// A new NUL-terminated array that the caller deletes; null for a null text.
     static char* GetRotData(const char* text);
