@@ -110,8 +110,11 @@ const std::string& LogSession::GetTransLogFileName() {
 }
 
 void LogSession::WriteFile(const char* data) {
-    if (data)
-        WriteText(data);
+    if (!data)
+        return;
+    ForgetLastRecord();
+    m_record.Append(data);
+    WriteComposed();
 }
 
 bool LogSession::OpenCurrentFile() {
@@ -123,15 +126,12 @@ bool LogSession::OpenCurrentFile() {
     return false;
 }
 
-void LogSession::WriteText(std::string_view text) {
+void LogSession::WriteComposed() {
     if (!HasFile())
         return;
-    if (m_obfuscate) {
-        m_obfuscated.assign(text);
-        Encryption::Rot47(m_obfuscated);
-        text = m_obfuscated;
-    }
-    if (!Write(text))
+    if (m_obfuscate)
+        m_record.Obfuscate();
+    if (!Write(m_record.View()))
         HandleLogWrittingFailure();
 }
 
@@ -141,9 +141,8 @@ void LogSession::AddDataToFile(const char* data, unsigned long length) {
 }
 
 void LogSession::AddRecord() {
-    const std::size_t length = m_record.size();
-    WriteText(m_record);
-    CountBytes(static_cast<unsigned long>(length));
+    WriteComposed();
+    CountBytes(static_cast<unsigned long>(m_record.View().size()));
 }
 
 void LogSession::CountBytes(unsigned long length) {
@@ -157,11 +156,10 @@ void LogSession::CountBytes(unsigned long length) {
     }
 }
 
-void LogSession::ForgetLongRecord() {
-    if (m_record.capacity() > kSplitThresholdBytes)
-        std::string().swap(m_record);
-    if (m_obfuscated.capacity() > kSplitThresholdBytes)
-        std::string().swap(m_obfuscated);
+void LogSession::ForgetLastRecord() {
+    if (m_record.Capacity() > kSplitThresholdBytes)
+        m_record = RecordBuffer();
+    m_record.Clear();
 }
 
 void LogSession::CloseFile() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Utility/src/Mac/FileProxy.h"
+#include "Utility/src/RecordBuffer.h"
 #include "Utility/src/TimeUtils.h"
 
 #include <cstdint>
@@ -59,15 +60,21 @@ public:
 
     void LogStartSessionTag();
     void LogEndSessionTag();
+    // What a host calls often takes views, too: nothing need be measured or copied for it again.
+
     /// Writes nothing for a null name or null data.
     void DataRecTag(int group, const char* name, const char* data);
+    void DataRecTag(int group, std::string_view name, std::string_view data);
     void EventRecTag(const char* category, const char* subcategory, const char* name,
                      const char* doc);
+    void EventRecTag(std::string_view category, std::string_view subcategory, std::string_view name,
+                     std::string_view doc);
     /// The new group's number, or -1 while the session is disabled.
     int NewGroupTag(const char* category, const char* subcategory, const char* name,
                     const char* doc);
     void NewDocTag(const char* doc);
     void AddDataToSessionGroup(const char* name, const char* data);
+    void AddDataToSessionGroup(std::string_view name, std::string_view data);
     /// Declares a group for rejected data; returns its number as NewGroupTag does.
     int GenerateInvalidGroup();
     /// True from 0 up to the number of the last declared group.
@@ -111,23 +118,21 @@ private:
     void Begin();
     const std::string& SetCurrentPath(const char* extension);
     bool OpenCurrentFile();
-    void WriteText(std::string_view text);
-    /// Composes the next record with `append(std::string&)`. Only then it takes its sequence
+    /// Writes the composed text, obfuscated where that is asked for.
+    void WriteComposed();
+    /// Composes the next record with `append(RecordBuffer&)`. Only then it takes its sequence
     /// number: composing may run out of memory.
     template <class Append>
     void Compose(Append append) {
-        ForgetLongRecord();
-        m_record.clear();
+        ForgetLastRecord();
         append(m_record);
-        if (m_obfuscate)
-            m_obfuscated.reserve(m_record.size());
         IncreaseSeq();
     }
     /// Writes the composed record, counts it, and splits at the threshold.
     void AddRecord();
     void CountBytes(unsigned long length);
-    /// Gives back what an extraordinarily long record took.
-    void ForgetLongRecord();
+    /// Makes place for a text, and gives back what an extraordinarily long one took.
+    void ForgetLastRecord();
 
     /// Does what is left of a split and opens the file. False while the session is disabled. What
     /// can run out of memory happens here, before a record takes its sequence number.
@@ -166,6 +171,5 @@ private:
 
     // Reused from record to record, so that recording needs no memory of its own.
     UtcClock m_clock;
-    std::string m_record;
-    std::string m_obfuscated;
+    RecordBuffer m_record;
 };

@@ -4,11 +4,20 @@
 
 using namespace RecordNames;
 
+namespace {
+
+/// A null text counts as an empty one.
+std::string_view TextOf(const char* text) {
+    return text ? std::string_view(text) : std::string_view();
+}
+
+} // namespace
+
 void LogSession::LogStartSessionTag() {
     if (!IsReady())
         return;
     m_startTime = m_clock.Now();
-    Compose([this](std::string& record) {
+    Compose([this](RecordBuffer& record) {
         UsageRecord::AppendHead(record);
         UsageRecord::AppendStartSession(record, m_sessionId, m_startTime, m_sequence);
     });
@@ -18,7 +27,7 @@ void LogSession::LogStartSessionTag() {
 void LogSession::LogEndSessionTag() {
     if (!IsReady())
         return;
-    Compose([this](std::string& record) {
+    Compose([this](RecordBuffer& record) {
         UsageRecord::AppendEndSession(record, m_sessionId, m_clock.Now(), m_sequence);
         UsageRecord::AppendRootEnd(record);
     });
@@ -27,9 +36,14 @@ void LogSession::LogEndSessionTag() {
 }
 
 void LogSession::DataRecTag(int group, const char* name, const char* data) {
-    if (!name || !data || !IsReady())
+    if (name && data)
+        DataRecTag(group, std::string_view(name), std::string_view(data));
+}
+
+void LogSession::DataRecTag(int group, std::string_view name, std::string_view data) {
+    if (!IsReady())
         return;
-    Compose([=, this](std::string& record) {
+    Compose([=, this](RecordBuffer& record) {
         UsageRecord::AppendDataRec(record, m_clock.Now(), group, name, data, m_sequence);
     });
     AddRecord();
@@ -37,9 +51,14 @@ void LogSession::DataRecTag(int group, const char* name, const char* data) {
 
 void LogSession::EventRecTag(const char* category, const char* subcategory, const char* name,
                              const char* doc) {
+    EventRecTag(TextOf(category), TextOf(subcategory), TextOf(name), TextOf(doc));
+}
+
+void LogSession::EventRecTag(std::string_view category, std::string_view subcategory,
+                             std::string_view name, std::string_view doc) {
     if (!IsReady())
         return;
-    Compose([=, this](std::string& record) {
+    Compose([=, this](RecordBuffer& record) {
         UsageRecord::AppendEventRec(record, {category, subcategory, name, doc}, m_clock.Now(),
                                     m_sequence);
     });
@@ -50,9 +69,10 @@ int LogSession::NewGroupTag(const char* category, const char* subcategory, const
                             const char* doc) {
     if (!IsReady())
         return -1;
-    Compose([=, this](std::string& record) {
-        UsageRecord::AppendNewGroup(record, {category, subcategory, name, doc}, m_clock.Now(),
-                                    m_groupCounter + 1, m_sequence);
+    Compose([=, this](RecordBuffer& record) {
+        UsageRecord::AppendNewGroup(
+            record, {TextOf(category), TextOf(subcategory), TextOf(name), TextOf(doc)},
+            m_clock.Now(), m_groupCounter + 1, m_sequence);
     });
     ++m_groupCounter;
     AddRecord();
@@ -62,13 +82,17 @@ int LogSession::NewGroupTag(const char* category, const char* subcategory, const
 void LogSession::NewDocTag(const char* doc) {
     if (!IsReady())
         return;
-    Compose([=, this](std::string& record) {
-        UsageRecord::AppendNewDoc(record, doc, m_clock.Now(), m_sequence);
+    Compose([=, this](RecordBuffer& record) {
+        UsageRecord::AppendNewDoc(record, TextOf(doc), m_clock.Now(), m_sequence);
     });
     AddRecord();
 }
 
 void LogSession::AddDataToSessionGroup(const char* name, const char* data) {
+    DataRecTag(m_sessionGroup, name, data);
+}
+
+void LogSession::AddDataToSessionGroup(std::string_view name, std::string_view data) {
     DataRecTag(m_sessionGroup, name, data);
 }
 

@@ -44,12 +44,12 @@ void LogSession::ContinueSplit() {
 }
 
 void LogSession::EndFile() {
-    Compose([this](std::string& record) {
+    Compose([this](RecordBuffer& record) {
         UsageRecord::AppendSplitSession(record, m_sessionId, m_clock.Now(), m_sequence);
         UsageRecord::AppendRootEnd(record);
     });
     m_step = Step::HandOver;
-    WriteText(m_record); // a failed write hands the file off, and disables the session
+    WriteComposed(); // a failed write hands the file off, and disables the session
     CloseFile();
 }
 
@@ -57,7 +57,7 @@ void LogSession::BeginNextFile() {
     HasFile();
     if (!m_enabled)
         return;
-    Compose([this](std::string& record) {
+    Compose([this](RecordBuffer& record) {
         UsageRecord::AppendHead(record);
         UsageRecord::AppendResumeSession(record,
                                          {m_sessionId, m_productFamily, m_productName,
@@ -66,7 +66,7 @@ void LogSession::BeginNextFile() {
                                          m_clock.Now(), m_sequence);
     });
     m_step = Step::Record;
-    WriteText(m_record);
+    WriteComposed();
 }
 
 void LogSession::TransferFile() {

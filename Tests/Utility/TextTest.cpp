@@ -1,5 +1,6 @@
 #include "Tests/Support/Sandbox.h"
 #include "Utility/src/Encryption.h"
+#include "Utility/src/RecordBuffer.h"
 #include "Utility/src/StringUtils.h"
 #include "Utility/src/TimeUtils.h"
 #include "Utility/src/UsageRecord.h"
@@ -37,11 +38,12 @@ TEST(Text, BecomesAnAttributeValue) {
         {"\xEF\xBF\xBE\xEF\xBF\xBF", "\xEF\xBF\xBD\xEF\xBF\xBD"}};
     for (const auto& [text, value] : kCases)
         EXPECT_EQ(StringUtils::ConformXMLString(text), value);
-    std::string record;
+    RecordBuffer record;
     const std::string text = "<\xFF";
     UsageRecord::AppendResumeSession(record, {text, text, text, text, text, text, text, text}, "",
                                      7);
-    EXPECT_THAT(record, testing::ContainsRegex("Build=\"<\xEF\xBF\xBD\" ProductLanguage=\"<\xEF"));
+    EXPECT_THAT(std::string(record.View()),
+                testing::ContainsRegex("Build=\"<\xEF\xBF\xBD\" ProductLanguage=\"<\xEF"));
 }
 
 TEST(Text, TimeIsUniversalWhateverTheZone) {

@@ -37,6 +37,12 @@ MiniSession::~MiniSession() {
 int MiniSession::Write(const char* text) {
     if (!text)
         return -1;
+    m_record.Clear();
+    m_record.Append(text);
+    return WriteRecord();
+}
+
+int MiniSession::WriteRecord() {
     if (!m_file.IsExist()) {
         GenerateFilePath();
         logger->NoteDebug({"MiniSession::Write: ", m_path}, kSourceUnit, __LINE__);
@@ -46,10 +52,9 @@ int MiniSession::Write(const char* text) {
         }
         WriteHeader();
     }
-    std::string bytes(text);
     if (m_obfuscate)
-        Encryption::Rot47(bytes);
-    if (m_file.Write(bytes))
+        m_record.Obfuscate();
+    if (m_file.Write(m_record.View()))
         return 0;
     logger->LogError("MiniSession::Write", kSourceUnit, __LINE__);
     return -3;
@@ -84,36 +89,35 @@ void MiniSession::WriteWhole(Records records) {
 }
 
 int MiniSession::LogStartTag() {
-    std::string record;
-    UsageRecord::AppendHead(record);
-    UsageRecord::AppendStartSession(record, m_sessionId, TimeUtils::CalcTime(),
+    m_record.Clear();
+    UsageRecord::AppendHead(m_record);
+    UsageRecord::AppendStartSession(m_record, m_sessionId, TimeUtils::CalcTime(),
                                     static_cast<std::uint32_t>(++m_sequence));
-    return Write(record.c_str());
+    return WriteRecord();
 }
 
 int MiniSession::NewGroup(const std::string& category, const std::string& subcategory,
                           const std::string& name, const std::string& doc) {
-    std::string record;
-    UsageRecord::AppendNewGroup(
-        record, {category.c_str(), subcategory.c_str(), name.c_str(), doc.c_str()},
-        TimeUtils::CalcTime(), ++m_group, static_cast<std::uint32_t>(++m_sequence));
-    Write(record.c_str());
+    m_record.Clear();
+    UsageRecord::AppendNewGroup(m_record, {category, subcategory, name, doc}, TimeUtils::CalcTime(),
+                                ++m_group, static_cast<std::uint32_t>(++m_sequence));
+    WriteRecord();
     return m_group;
 }
 
 int MiniSession::LogData(int group, const std::string& name, const std::string& data) {
-    std::string record;
-    UsageRecord::AppendDataRec(record, TimeUtils::CalcTime(), group, name.c_str(), data.c_str(),
+    m_record.Clear();
+    UsageRecord::AppendDataRec(m_record, TimeUtils::CalcTime(), group, name, data,
                                static_cast<std::uint32_t>(++m_sequence));
-    return Write(record.c_str());
+    return WriteRecord();
 }
 
 int MiniSession::LogEndTag() {
-    std::string record;
-    UsageRecord::AppendEndSession(record, m_sessionId, TimeUtils::CalcTime(),
+    m_record.Clear();
+    UsageRecord::AppendEndSession(m_record, m_sessionId, TimeUtils::CalcTime(),
                                   static_cast<std::uint32_t>(++m_sequence));
-    UsageRecord::AppendRootEnd(record);
-    return Write(record.c_str());
+    UsageRecord::AppendRootEnd(m_record);
+    return WriteRecord();
 }
 
 void MiniSession::IntegterToString(const int& value, std::string& out,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Utility/src/Mac/FileProxy.h"
+#include "Utility/src/RecordBuffer.h"
 
 #include <string>
 
@@ -50,6 +51,7 @@ public:
 private:
     template <class Records>
     void WriteWhole(Records records);
+    int WriteRecord();
 
     std::string m_path; ///< the folder, until the file is first written
     bool m_isNamed = false;
@@ -61,4 +63,5 @@ private:
     int m_sequence = -1;
     int m_group = -1;
     FileProxy m_file;
+    RecordBuffer m_record;
 };

@@ -12,78 +12,15 @@
 #include <array>
 #include <cctype>
 #include <cstdarg>
-#include <cstring>
 #include <iterator>
 #include <memory>
-#include <stdexcept>
 
 namespace {
 
 constexpr std::size_t kHashDigits = 7;
 
-constexpr std::size_t kLongestReferenceBytes = 5;
-
-/// The reference that stands for a character in a document; null for one that stands for itself.
-constexpr const char* ReferenceFor(unsigned char character) {
-    switch (character) {
-    case '&':
-        return "&#38;";
-    case '<':
-        return "&#60;";
-    case '>':
-        return "&#62;";
-    case '"':
-        return "&#34;";
-    case '\'':
-        return "&#39;";
-    case '\\':
-        return "&#92;";
-    default:
-        return nullptr;
-    }
-}
-
-constexpr std::array<const char*, 256> MakeReferences() {
-    std::array<const char*, 256> references{};
-    for (std::size_t byte = 0; byte < references.size(); ++byte)
-        references[byte] = ReferenceFor(static_cast<unsigned char>(byte));
-    return references;
-}
-
-constexpr std::array<bool, 256> MakePlain() {
-    std::array<bool, 256> plain{};
-    for (std::size_t byte = 0; byte < 0x80; ++byte)
-        plain[byte] = !ReferenceFor(static_cast<unsigned char>(byte));
-    return plain;
-}
-
-constexpr std::array<const char*, 256> kReferences = MakeReferences();
-/// ASCII that stands for itself.
-constexpr std::array<bool, 256> kPlain = MakePlain();
-
-/// Recording a value that is full of markup is mostly this loop.
-char* WriteEscaped(char* out, std::string_view text) {
-    for (char character : text) {
-        const char* reference = kReferences[static_cast<unsigned char>(character)];
-        if (reference)
-            out = std::copy_n(reference, kLongestReferenceBytes, out);
-        else
-            *out++ = character;
-    }
-    return out;
-}
-
 constexpr std::string_view kReplacementCharacter = "\xEF\xBF\xBD";
 constexpr std::string_view kNoncharacters[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
-
-/// Whether the text may stand in a document as it is, but for characters to escape.
-bool IsDocumentText(std::string_view text) {
-    return utf8::is_valid(text.begin(), text.end()) &&
-           std::none_of(std::begin(kNoncharacters), std::end(kNoncharacters),
-                        [text](std::string_view noncharacter) {
-                            return text.find(noncharacter) != std::string_view::npos;
-                        });
-}
 
 } // namespace
 
@@ -144,40 +81,6 @@ std::string StringUtils::AsDocumentText(std::string_view text) {
     for (std::string_view noncharacter : kNoncharacters)
         boost::algorithm::replace_all(repaired, noncharacter, kReplacementCharacter);
     return repaired;
-}
-
-std::string StringUtils::ConformXMLString(const char* text) {
-    if (!text || !*text)
-        return kNoValue;
-    std::string out(EscapedRoom(std::strlen(text)), '\0');
-    const char* end = WriteConformXMLString(out.data(), text);
-    out.resize(static_cast<std::size_t>(end - out.data()));
-    return out;
-}
-
-std::size_t StringUtils::EscapedRoom(std::size_t textBytes) {
-    // A record holds several texts, and their sum must not wrap around either.
-    if (textBytes > std::string().max_size() / 8 / kLongestReferenceBytes)
-        throw std::length_error("text");
-    return textBytes * kLongestReferenceBytes;
-}
-
-char* StringUtils::WriteConformXMLString(char* out, std::string_view text) {
-    char* end = out;
-    for (char character : text) {
-        if (!kPlain[static_cast<unsigned char>(character)])
-            return IsDocumentText(text) ? WriteEscaped(out, text)
-                                        : WriteEscaped(out, AsDocumentText(text));
-        *end++ = character;
-    }
-    return end;
-}
-
-void StringUtils::EscapeXML(std::string& text) {
-    std::string escaped(EscapedRoom(text.size()), '\0');
-    const char* end = WriteEscaped(escaped.data(), text);
-    escaped.resize(static_cast<std::size_t>(end - escaped.data()));
-    text.swap(escaped);
 }
 
 std::string StringUtils::Trim(const std::string& text, const char* characters) {

@@ -2,6 +2,8 @@
 
 #include "Platform/PlatformString.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,13 +51,26 @@ public:
     static char* WriteConformXMLString(char* out, std::string_view text);
     /// Bytes that a text may need when every character of it is escaped. Throws when there is no
     /// memory of that size.
-    static std::size_t EscapedRoom(std::size_t textBytes);
+    static std::size_t EscapedRoom(std::size_t textBytes) {
+        if (textBytes > kLongestTextBytes)
+            ThrowTooLong();
+        return kLongestReferenceBytes * textBytes + kSlackBytes;
+    }
 
     /// The replacement step of ConformXMLString on well-formed text, in place.
     static void EscapeXML(std::string& text);
 
     /// The text without leading and trailing characters that belong to `characters`.
     static std::string Trim(const std::string& text, const char* characters);
+
+private:
+    static constexpr std::size_t kLongestReferenceBytes = 5;
+    /// A character is stored by eight bytes, whatever its length.
+    static constexpr std::size_t kSlackBytes = 8;
+    /// A record holds several texts, and the sum of their rooms must not wrap around.
+    static constexpr std::size_t kLongestTextBytes = SIZE_MAX / 64;
+
+    [[noreturn]] static void ThrowTooLong();
 };
 
 /// Lower-cases in place, byte by byte, and returns the text.

@@ -1,5 +1,6 @@
 #include "Utility/src/UsageRecord.h"
 
+#include "Utility/src/RecordBuffer.h"
 #include "Utility/src/StringUtils.h"
 
 #include <algorithm>
@@ -13,30 +14,27 @@ namespace UsageRecord {
 
 namespace {
 
-constexpr char kProlog[] = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
-constexpr char kRootStart[] = "\n<UsageDoc version=\"";
-constexpr char kDocumentVersion[] = "0.5.4";
-constexpr char kRootStartEnd[] = "\">\n";
-constexpr char kRootEnd[] = "</UsageDoc>\n";
+constexpr std::string_view kProlog = "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n";
+constexpr std::string_view kRootStart = "\n<UsageDoc version=\"";
+constexpr std::string_view kDocumentVersion = "0.5.4";
+constexpr std::string_view kRootStartEnd = "\">\n";
+constexpr std::string_view kRootEnd = "</UsageDoc>\n";
 
 /// Enough for the literal pieces, the numbers and the time of any record.
 constexpr std::size_t kFixedBytes = 256;
 
 /// A caller's text as it stands in a record, before escaping.
-std::string_view TextOf(const char* text) {
-    return text && *text ? std::string_view(text) : std::string_view(kNoValue);
+std::string_view TextOf(std::string_view text) {
+    return text.empty() ? std::string_view(kNoValue) : text;
 }
 
 /// Writes the pieces of one record behind a text. Room for the longest outcome is made first, so
 /// that each piece is a plain copy: a record costs the host little more than storing it.
 class Writer {
 public:
-    Writer(std::string& out, std::size_t textBytes) : m_out(out) {
-        const std::size_t start = out.size();
-        out.resize(start + kFixedBytes + textBytes);
-        m_end = out.data() + start;
-    }
-    ~Writer() { m_out.resize(static_cast<std::size_t>(m_end - m_out.data())); }
+    Writer(RecordBuffer& out, std::size_t textBytes)
+        : m_out(out), m_end(out.MakeRoom(kFixedBytes + textBytes)) {}
+    ~Writer() { m_out.EndAt(m_end); }
     Writer(const Writer&) = delete;
     Writer& operator=(const Writer&) = delete;
 
@@ -65,7 +63,7 @@ public:
     Writer& End(std::uint32_t seq) { return Literal("\" seq=\"").Number(seq).Literal("\" />\n"); }
 
 private:
-    std::string& m_out;
+    RecordBuffer& m_out;
     char* m_end;
 };
 
@@ -77,37 +75,38 @@ std::size_t EscapedBytes(const Texts&... texts) {
 
 /// The shape that the records at both ends of a file share.
 template <std::size_t Size>
-void AppendBoundary(std::string& out, const char (&opening)[Size], const std::string& id,
-                    const std::string& time, std::uint32_t seq) {
+void AppendBoundary(RecordBuffer& out, const char (&opening)[Size], std::string_view id,
+                    std::string_view time, std::uint32_t seq) {
     Writer(out, id.size() + time.size()).Literal(opening).Verbatim(id).TimeAndEnd(time, seq);
 }
 
 } // namespace
 
-void AppendHead(std::string& out) {
-    out.append(kProlog).append(kRootStart).append(kDocumentVersion).append(kRootStartEnd);
+void AppendHead(RecordBuffer& out) {
+    for (const std::string_view text : {kProlog, kRootStart, kDocumentVersion, kRootStartEnd})
+        out.Append(text);
 }
 
-void AppendRootEnd(std::string& out) {
-    out.append(kRootEnd);
+void AppendRootEnd(RecordBuffer& out) {
+    out.Append(kRootEnd);
 }
 
-void AppendStartSession(std::string& out, const std::string& id, const std::string& time,
+void AppendStartSession(RecordBuffer& out, std::string_view id, std::string_view time,
                         std::uint32_t seq) {
     AppendBoundary(out, "<StartSession id=\"", id, time, seq);
 }
 
-void AppendEndSession(std::string& out, const std::string& id, const std::string& time,
+void AppendEndSession(RecordBuffer& out, std::string_view id, std::string_view time,
                       std::uint32_t seq) {
     AppendBoundary(out, "<EndSession id=\"", id, time, seq);
 }
 
-void AppendSplitSession(std::string& out, const std::string& id, const std::string& time,
+void AppendSplitSession(RecordBuffer& out, std::string_view id, std::string_view time,
                         std::uint32_t seq) {
     AppendBoundary(out, "<SplitSession id=\"", id, time, seq);
 }
 
-void AppendResumeSession(std::string& out, const Resumption& session, const std::string& time,
+void AppendResumeSession(RecordBuffer& out, const Resumption& session, std::string_view time,
                          std::uint32_t seq) {
     const std::pair<const char*, const std::string&> attributes[] = {
         {"<ResumeSession id=\"", session.sessionId},   {"\" ProductFamily=\"", session.family},
@@ -115,13 +114,15 @@ void AppendResumeSession(std::string& out, const Resumption& session, const std:
         {"\" ProductBuild=\"", session.build},         {"\" ProductLanguage=\"", session.language},
         {"\" SessionStartTime=\"", session.startTime}, {"\" User=\"", session.user},
     };
-    for (const auto& [opening, text] : attributes)
-        out.append(opening).append(StringUtils::AsDocumentText(text));
+    for (const auto& [opening, text] : attributes) {
+        out.Append(opening);
+        out.Append(StringUtils::AsDocumentText(text));
+    }
     Writer(out, time.size()).TimeAndEnd(time, seq);
 }
 
-void AppendDataRec(std::string& out, const std::string& time, int group, const char* name,
-                   const char* data, std::uint32_t seq) {
+void AppendDataRec(RecordBuffer& out, std::string_view time, int group, std::string_view name,
+                   std::string_view data, std::uint32_t seq) {
     const std::string_view nameText = TextOf(name), dataText = TextOf(data);
     Writer(out, time.size() + EscapedBytes(nameText, dataText))
         .Literal("<DataRec time=\"")
@@ -135,7 +136,7 @@ void AppendDataRec(std::string& out, const std::string& time, int group, const c
         .End(seq);
 }
 
-void AppendEventRec(std::string& out, const Subject& event, const std::string& time,
+void AppendEventRec(RecordBuffer& out, const Subject& event, std::string_view time,
                     std::uint32_t seq) {
     const std::string_view document = TextOf(event.document), category = TextOf(event.category),
                            subcategory = TextOf(event.subcategory), name = TextOf(event.name);
@@ -151,7 +152,7 @@ void AppendEventRec(std::string& out, const Subject& event, const std::string& t
         .TimeAndEnd(time, seq);
 }
 
-void AppendNewGroup(std::string& out, const Subject& subject, const std::string& time, int group,
+void AppendNewGroup(RecordBuffer& out, const Subject& subject, std::string_view time, int group,
                     std::uint32_t seq) {
     const std::string_view document = TextOf(subject.document), name = TextOf(subject.name),
                            category = TextOf(subject.category),
@@ -172,7 +173,7 @@ void AppendNewGroup(std::string& out, const Subject& subject, const std::string&
         .End(seq);
 }
 
-void AppendNewDoc(std::string& out, const char* document, const std::string& time,
+void AppendNewDoc(RecordBuffer& out, std::string_view document, std::string_view time,
                   std::uint32_t seq) {
     const std::string_view text = TextOf(document);
     Writer(out, time.size() + EscapedBytes(text))

@@ -2,18 +2,21 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+
+class RecordBuffer;
 
 /// Composes the text of usage documents. Every function appends to `out`; texts of callers are
-/// escaped, and null ones become "NOVALUE". Times are UTC texts; ids are GUIDs. Throws when there
+/// escaped, and empty ones become "NOVALUE". Times are UTC texts; ids are GUIDs. Throws when there
 /// is no memory for a record.
 namespace UsageRecord {
 
 /// The four texts that name a group or an event.
 struct Subject {
-    const char* category;
-    const char* subcategory;
-    const char* name;
-    const char* document;
+    std::string_view category;
+    std::string_view subcategory;
+    std::string_view name;
+    std::string_view document;
 };
 
 /// Who resumes: repeated at the head of every file of a session but the first. The texts are
@@ -30,25 +33,25 @@ struct Resumption {
 };
 
 /// Prolog and root start tag.
-void AppendHead(std::string& out);
+void AppendHead(RecordBuffer& out);
 /// Root end tag.
-void AppendRootEnd(std::string& out);
+void AppendRootEnd(RecordBuffer& out);
 
-void AppendStartSession(std::string& out, const std::string& id, const std::string& time,
+void AppendStartSession(RecordBuffer& out, std::string_view id, std::string_view time,
                         std::uint32_t seq);
-void AppendEndSession(std::string& out, const std::string& id, const std::string& time,
+void AppendEndSession(RecordBuffer& out, std::string_view id, std::string_view time,
                       std::uint32_t seq);
-void AppendSplitSession(std::string& out, const std::string& id, const std::string& time,
+void AppendSplitSession(RecordBuffer& out, std::string_view id, std::string_view time,
                         std::uint32_t seq);
-void AppendResumeSession(std::string& out, const Resumption& session, const std::string& time,
+void AppendResumeSession(RecordBuffer& out, const Resumption& session, std::string_view time,
                          std::uint32_t seq);
-void AppendDataRec(std::string& out, const std::string& time, int group, const char* name,
-                   const char* data, std::uint32_t seq);
-void AppendEventRec(std::string& out, const Subject& event, const std::string& time,
+void AppendDataRec(RecordBuffer& out, std::string_view time, int group, std::string_view name,
+                   std::string_view data, std::uint32_t seq);
+void AppendEventRec(RecordBuffer& out, const Subject& event, std::string_view time,
                     std::uint32_t seq);
-void AppendNewGroup(std::string& out, const Subject& subject, const std::string& time, int group,
+void AppendNewGroup(RecordBuffer& out, const Subject& subject, std::string_view time, int group,
                     std::uint32_t seq);
-void AppendNewDoc(std::string& out, const char* document, const std::string& time,
+void AppendNewDoc(RecordBuffer& out, std::string_view document, std::string_view time,
                   std::uint32_t seq);
 
 } // namespace UsageRecord
