@@ -14,17 +14,20 @@ inline constexpr char kSourceUnit[] = "LogSession/WrapperUTLogData";
 
 template <class... Parts>
 void LogInfo(std::string_view message, long line, const Parts&... details) noexcept {
-    logger->NoteInfo({message, details...}, kSourceUnit, line);
+    if (logger->IsEnabled())
+        logger->NoteInfo({message, details...}, kSourceUnit, line);
 }
 
 template <class... Parts>
 void LogDebug(std::string_view message, long line, const Parts&... details) noexcept {
-    logger->NoteDebug({message, details...}, kSourceUnit, line);
+    if (logger->IsEnabled())
+        logger->NoteDebug({message, details...}, kSourceUnit, line);
 }
 
 /// Checks one argument of a call; a refusal is logged as "VerifyString <name>: <text>".
-inline bool VerifyArgument(const DataLogger& dataLogger, const char* name, const char* input,
-                           std::string& out, int kind, long line) {
+template <class Text>
+bool VerifyArgument(const DataLogger& dataLogger, const char* name, const char* input, Text& out,
+                    int kind, long line) {
     if (VerifyString(dataLogger, input, out, kind))
         return true;
     LogDebug("VerifyString ", line, name, ": ", out);

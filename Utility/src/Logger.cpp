@@ -131,7 +131,7 @@ Logger* Logger::GetLogger(const std::string& name) noexcept {
     return logger;
 }
 
-NULLLogger::NULLLogger() : Logger(std::cout) {}
+NULLLogger::NULLLogger() : Logger(std::cout, false) {}
 
 NULLLogger* NULLLogger::Static() noexcept {
     alignas(NULLLogger) static unsigned char storage[sizeof(NULLLogger)];

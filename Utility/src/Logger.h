@@ -16,7 +16,7 @@ class Logger : public GlobalItem {
 public:
     class LoggerFile;
 
-    explicit Logger(std::ostream& stream) : m_stream(stream) {}
+    explicit Logger(std::ostream& stream) : Logger(stream, true) {}
 
     virtual void LogFatal(const std::string& message, const std::string& detail);
     virtual void LogError(const std::string& message, const std::string& detail);
@@ -34,7 +34,7 @@ public:
     virtual void Log(const std::string& level, const std::string& value, const std::string& detail);
 
     /// Whether a line would be written; lets callers spare composing one.
-    virtual bool IsEnabled() const { return true; }
+    bool IsEnabled() const { return m_isEnabled; }
 
     // How the library itself logs: a message in parts, put together only when the log is on. The
     // line is lost when memory runs out, for what it tells of must not fail by it.
@@ -50,12 +50,16 @@ public:
 
     static std::string GetCodeInfo(const std::string& file, long line);
 
+protected:
+    Logger(std::ostream& stream, bool isEnabled) : m_stream(stream), m_isEnabled(isEnabled) {}
+
 private:
     using LevelFunction = void (Logger::*)(const std::string&, const std::string&, long);
     void Note(LevelFunction log, std::initializer_list<std::string_view> message, const char* file,
               long line) noexcept;
 
     std::ostream& m_stream;
+    const bool m_isEnabled; // no virtual function: every call of a host asks, mostly in vain
 };
 
 /// A logger that does nothing.
@@ -73,7 +77,6 @@ public:
     void LogWarning(const std::string&, const std::string&, long) override {}
     void LogDebug(const std::string&, const std::string&, long) override {}
     void LogInfo(const std::string&, const std::string&, long) override {}
-    bool IsEnabled() const override { return false; }
 
     /// A statically allocated one that outlives every caller.
     static NULLLogger* Static() noexcept;
