@@ -14,19 +14,22 @@ struct Format {
     unsigned long limit;
 };
 
+constexpr unsigned long kNameLimit = 128;
+constexpr unsigned long kValueLimit = 512;
+
 // The first format whose bit is set in a kind holds.
 constexpr Format kFormats[] = {
-    {kGroupCategoryKind, Treatment::Name, 128},
-    {kSubCategoryKind, Treatment::Plain, 128},
-    {kDataKeyKind, Treatment::Name, 128},
-    {kValueKind, Treatment::Plain, 512},
+    {kGroupCategoryKind, Treatment::Name, kNameLimit},
+    {kSubCategoryKind, Treatment::Plain, kNameLimit},
+    {kDataKeyKind, Treatment::Name, kNameLimit},
+    {kValueKind, Treatment::Plain, kValueLimit},
     {kUsageKeyKind, Treatment::Plain, 64},
-    {kPlain128Kind, Treatment::Plain, 128},
+    {kPlain128Kind, Treatment::Plain, kNameLimit},
     {kDemographicKeyKind, Treatment::Plain, 64},
-    {kDemographicValueKind, Treatment::Plain, 128},
-    {kGroupNameKind, Treatment::Name, 128},
+    {kDemographicValueKind, Treatment::Plain, kNameLimit},
+    {kGroupNameKind, Treatment::Name, kNameLimit},
     {kSpacedNameKind, Treatment::SpacedName, 64},
-    {kEventCategoryKind | kEventNameKind, Treatment::Plain, 128},
+    {kEventCategoryKind | kEventNameKind, Treatment::Plain, kNameLimit},
 };
 
 } // namespace
@@ -90,6 +93,24 @@ bool LogDataValidator::EscapeString(std::string& s, int kind) {
         break;
     }
     return CheckLength(s, format->limit);
+}
+
+bool LogDataValidator::StandsAsItIs(std::string_view text, int kind) {
+    switch (kind & ~kOptional) {
+    case kValueKind:
+        return !text.empty() && text.size() <= kValueLimit;
+    case kSubCategoryKind:
+    case kEventCategoryKind:
+    case kEventNameKind:
+        return !text.empty() && text.size() <= kNameLimit;
+    case kGroupCategoryKind:
+    case kDataKeyKind:
+    case kGroupNameKind:
+        return !text.empty() && text.size() <= kNameLimit && IsLetter(text.front()) &&
+               std::all_of(text.begin(), text.end(), [](char c) { return !IsCharInvalidII(c); });
+    default:
+        return false; // seldom asked for: the whole check will tell
+    }
 }
 
 int LogDataValidator::VerifyString(const char* input, std::string& out, int kind) {

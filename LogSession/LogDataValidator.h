@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 /// How a caller's string is treated: one format bit, and what else is allowed.
 enum StringKind : int {
@@ -64,6 +65,8 @@ public:
     /// Applies the kind's treatment; true when it cut.
     static bool EscapeString(std::string& s, int kind);
 
+    /// True only if the whole check would accept the text and leave it as it is; takes no copy.
+    static bool StandsAsItIs(std::string_view text, int kind);
     /// The whole check. Returns a ValidationCode; `out` receives the usable text or a marker.
     static int VerifyString(const char* input, std::string& out, int kind);
 

@@ -6,8 +6,26 @@
 #include "Utility/src/Mutex.h"
 
 #include <string>
+#include <string_view>
+#include <utility>
 
 class LogSession;
+
+/// A host's string after its check. Most need no treatment, and thus no copy.
+class CheckedText {
+public:
+    void Refer(std::string_view text) { m_text = text; }
+    /// For a text, or a marker, that is not the host's own.
+    void Keep(std::string text) {
+        m_kept = std::move(text);
+        m_text = m_kept;
+    }
+    operator std::string_view() const { return m_text; }
+
+private:
+    std::string_view m_text;
+    std::string m_kept;
+};
 
 /// What the exported functions do. Every WRAPPERUT function holds the API lock for its whole
 /// duration, logs its entry, checks the caller's strings in argument order, and returns 0 for
@@ -56,6 +74,9 @@ bool UTInitialize_Called() VISTRA_REQUIRES(gApiMutex);
 /// into the document of `dataLogger`. False when it was refused; does not log.
 bool VerifyString(const DataLogger& dataLogger, const char* input, std::string& out, int kind);
 
+/// The same for what hosts record: their own bytes where they may stand as they are.
+bool VerifyString(const DataLogger& dataLogger, const char* input, CheckedText& out, int kind);
+
 /// Reads the stored opt-in of a key. False, with `value` untouched, for a refused key, logged, and
 /// when what is stored cannot be read.
 bool OptInGet(const char* usageKey, int& value);
@@ -68,6 +89,7 @@ void NewDataGroup(LogSession* session, const char* category, const char* subCate
 /// Records a value of a group. False, logged, for a null argument and for an unknown group, which
 /// is reported in the document.
 bool AddToGroup(LogSession* session, int groupId, const char* key, const char* value);
+bool AddToGroup(LogSession* session, int groupId, std::string_view key, std::string_view value);
 
 /// Limits the length to the buffer's content; false for a negative one.
 bool VerifyDocIdBuffer(unsigned char* docId, int& length);

@@ -28,8 +28,8 @@ bool VerifyDocument(unsigned char* docId, int& length) {
     return false;
 }
 
-bool VerifyPair(LogSession* session, const char* pcKey, const char* pcValue, std::string& key,
-                std::string& value) {
+bool VerifyPair(LogSession* session, const char* pcKey, const char* pcValue, CheckedText& key,
+                CheckedText& value) {
     const DataLogger document(session);
     return VerifyArgument(document, "pcKey", pcKey, key, kDataKeyKind, __LINE__) &&
            VerifyArgument(document, "pcValue", pcValue, value, kValueKind | kOptional, __LINE__);
@@ -39,11 +39,11 @@ bool VerifyPair(LogSession* session, const char* pcKey, const char* pcValue, std
 
 int WRAPPERUTAddToSession(LogSession* session, const char* pcKey, const char* pcValue) {
     const MutexProxy lock(gApiMutex);
-    std::string key, value;
+    CheckedText key, value;
     if (!EnterDataCall(session, "UTAddToSession", __LINE__) ||
         !VerifyPair(session, pcKey, pcValue, key, value))
         return 1;
-    session->AddDataToSessionGroup(key.c_str(), value.c_str());
+    session->AddDataToSessionGroup(key, value);
     return 0;
 }
 
@@ -53,7 +53,7 @@ int WRAPPERUTLogEvent(LogSession* session, const char* pcCategory, const char* p
     if (!EnterDataCall(session, "UTLogEvent", __LINE__) || !VerifyDocument(docId, docIdLength))
         return 1;
     const DataLogger document(session);
-    std::string category, subCategory, eventName;
+    CheckedText category, subCategory, eventName;
     if (!VerifyArgument(document, "pcCategory", pcCategory, category,
                         kEventCategoryKind | kOptional, __LINE__) ||
         !VerifyArgument(document, "pcSubCategory", pcSubCategory, subCategory,
@@ -61,8 +61,7 @@ int WRAPPERUTLogEvent(LogSession* session, const char* pcCategory, const char* p
         !VerifyArgument(document, "pcEventName", pcEventName, eventName, kEventNameKind | kOptional,
                         __LINE__))
         return 1;
-    session->EventRecTag(category.c_str(), subCategory.c_str(), eventName.c_str(),
-                         DocIdToHash(docId, docIdLength).c_str());
+    session->EventRecTag(category, subCategory, eventName, DocIdToHash(docId, docIdLength));
     return 0;
 }
 
@@ -95,11 +94,11 @@ int WRAPPERUTNewDataGroup(LogSession* session, const char* pcCategory, const cha
 
 int WRAPPERUTAddToGroup(LogSession* session, int groupId, const char* pcKey, const char* pcValue) {
     const MutexProxy lock(gApiMutex);
-    std::string key, value;
+    CheckedText key, value;
     if (!EnterDataCall(session, "UTAddToGroup", __LINE__) ||
         !VerifyPair(session, pcKey, pcValue, key, value))
         return 1;
-    return AddToGroup(session, groupId, key.c_str(), value.c_str()) ? 0 : 1;
+    return AddToGroup(session, groupId, key, value) ? 0 : 1;
 }
 
 void NewDataGroup(LogSession* session, const char* category, const char* subCategory,
@@ -113,6 +112,10 @@ bool AddToGroup(LogSession* session, int groupId, const char* key, const char* v
         LogDebug("AddToGroup: one of LogSession pcKey pcValue is NULL", __LINE__);
         return false;
     }
+    return AddToGroup(session, groupId, std::string_view(key), std::string_view(value));
+}
+
+bool AddToGroup(LogSession* session, int groupId, std::string_view key, std::string_view value) {
     if (session->VerifyGroupId(groupId)) {
         session->DataRecTag(groupId, key, value);
         return true;
