@@ -1,14 +1,13 @@
 #include "Benchmarks/BareSession.h"
 
-#include "Benchmarks/HostCalls.h"
+#include "Benchmarks/HostSession.h"
+#include "Benchmarks/WriteSizes.h"
 
-#include <algorithm>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
-#include <string_view>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -16,57 +15,17 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kHead = "<?xml";
-constexpr std::string_view kRecordEnd = "\" />\n";
-constexpr std::string_view kRootEnd = "</UsageDoc>\n";
-
 void Require(bool success, const char* what) {
     if (!success)
         throw std::runtime_error(what);
 }
 
 /// The only document of the account.
-fs::path Document(const BenchmarkAccount& account) {
+std::string ReadDocument(const BenchmarkAccount& account) {
     const fs::directory_iterator first(account.LogFolder());
     Require(first != fs::directory_iterator(), "no document");
-    return first->path();
-}
-
-std::string ReadText(const fs::path& path) {
-    std::ifstream file(path);
+    std::ifstream file(first->path());
     return std::string(std::istreambuf_iterator<char>(file), {});
-}
-
-/// The document in clear, which is as long as it is stored.
-std::string InClear(std::string text) {
-    constexpr int kFirst = '!', kCount = '~' - '!' + 1;
-    if (text.starts_with(kHead))
-        return text;
-    for (char& c : text)
-        if (c >= '!' && c <= '~')
-            c = static_cast<char>(kFirst + (c - kFirst + kCount / 2) % kCount);
-    return text;
-}
-
-/// Where the write ends that begins at `begin`: what precedes the head is one, every record is
-/// one, and so is the last record with the end of the root.
-std::size_t EndOfWrite(std::string_view text, std::size_t begin) {
-    if (begin == 0 && !text.starts_with(kHead))
-        return text.find(kHead);
-    const std::size_t end = text.find(kRecordEnd, begin) + kRecordEnd.size();
-    return text.substr(end) == kRootEnd ? text.size() : end;
-}
-
-SessionContent TakeApart(const std::string& stored, std::size_t bytesAtStart) {
-    const std::string text = InClear(stored);
-    SessionContent content;
-    for (std::size_t begin = 0, end = 0; begin < text.size(); begin = end) {
-        end = EndOfWrite(text, begin);
-        Require(end > begin && end <= text.size(), "unknown document");
-        (begin < bytesAtStart ? content.atStart : content.atClose)
-            .push_back(stored.substr(begin, end - begin));
-    }
-    return content;
 }
 
 void Write(int file, const std::vector<std::string>& pieces) {
@@ -79,10 +38,19 @@ void Write(int file, const std::vector<std::string>& pieces) {
 
 SessionContent RecordSession(const BenchmarkAccount& account) {
     account.RemoveDocuments();
+    const WriteSizes writes;
     LogSession* session = HostCalls::StartSession();
-    const std::size_t bytesAtStart = fs::file_size(Document(account));
+    const std::size_t writesAtStart = writes.Get().size();
     UTCloseSession(&session);
-    return TakeApart(ReadText(Document(account)), bytesAtStart);
+    const std::vector<std::size_t> sizes = writes.Get();
+    const std::string document = ReadDocument(account);
+    SessionContent content;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < sizes.size(); begin += sizes[i++])
+        (i < writesAtStart ? content.atStart : content.atClose)
+            .push_back(document.substr(begin, sizes[i]));
+    Require(begin == document.size(), "another file was written, too");
+    return content;
 }
 
 BareSession::BareSession(const BenchmarkAccount& account, SessionContent content)

@@ -11,7 +11,8 @@ struct SessionContent {
     std::vector<std::string> atClose;
 };
 
-/// Has the library write a session, and takes its document apart. Throws when there is none.
+/// Has the library write a session, and takes its document apart. Throws when there is none, or
+/// when not every write of the session went there.
 SessionContent RecordSession(const BenchmarkAccount& account);
 
 /// The floor of a session: the same files with the same content in the same number of writes, by

@@ -16,11 +16,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kStoredSettings = 50;
 /// Longer than a changed preferences file is mistrusted.
 constexpr std::chrono::milliseconds kSettlingTime{100};
 constexpr char kBrowsers[] = "[Default Applications]\ntext/html=browser.desktop\n"
                              "x-scheme-handler/http=browser.desktop;\n";
+constexpr char kOtherFile[] = "other-";
+constexpr char kIdleProgram[] = "/bin/true";
 
 std::string NewFolder() {
     std::string path = (fs::temp_directory_path() / "vistra-benchmark-XXXXXX").string();
@@ -39,11 +40,14 @@ std::string PropertyListOf(const std::string& entries) {
            "</dict></plist>\n";
 }
 
+std::string Switch(const char* name, bool value) {
+    return std::string("<key>") + name + "</key><integer>" + (value ? "1" : "0") + "</integer>";
+}
+
 /// Two switches, and for the rest products that the user has been asked for.
-std::string Settings(bool obfuscate) {
-    std::string entries = "<key>send</key><integer>0</integer><key>obfuscate</key><integer>";
-    entries += obfuscate ? "1</integer>" : "0</integer>";
-    for (int product = 2; product < kStoredSettings; ++product)
+std::string Preferences(const AccountSettings& settings) {
+    std::string entries = Switch("send", settings.send) + Switch("obfuscate", settings.obfuscate);
+    for (int product = 2; product < settings.storedKeys; ++product)
         entries += "<key>Product" + std::to_string(product) +
                    "</key><dict><key>OptIn</key><integer>1</integer>"
                    "<key>Date</key><string>2026-01-01T00:00:00Z</string></dict>";
@@ -65,12 +69,12 @@ Function* Exported(const char* name) {
 }
 
 /// Gives the user the settings, and leaves no first time for the session that is measured.
-void UseLibrary(const std::string& root, bool obfuscate) {
+void UseLibrary(const std::string& root, const AccountSettings& settings) {
     const auto setOptIn = Exported<decltype(UTSetOptIn)>("UTSetOptIn");
     LogSession* session = nullptr;
     Exported<decltype(UTInitialize)>("UTInitialize")(BenchmarkAccount::kUsageKey, 1, root.c_str());
     setOptIn(1);
-    WriteFile(PreferencesFile(root), Settings(obfuscate));
+    WriteFile(PreferencesFile(root), Preferences(settings));
     setOptIn(1);
     Exported<decltype(UTStartSession)>("UTStartSession")(&session, "Benchmark", "Session", "1.0",
                                                          "1", "en");
@@ -92,22 +96,31 @@ void InChild(Work work) {
 
 } // namespace
 
-BenchmarkAccount::BenchmarkAccount(bool obfuscate) : m_root(NewFolder()) {
-    ::setenv("HOME", m_root.c_str(), 1);
+BenchmarkAccount::BenchmarkAccount(const AccountSettings& settings) : m_root(NewFolder()) {
     for (const char* name : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_STATE_HOME", "DISPLAY"})
         ::unsetenv(name);
-    const std::string agent = m_root + "/LogTransport2.app/Contents/";
-    WriteFile(agent + "MacOS/LogTransport2", "");
-    WriteFile(agent + "Info.plist",
+    Enter();
+    WriteFile(m_root + "/LogTransport2.app/Contents/Info.plist",
               PropertyListOf("<key>CFBundleVersion</key><string>2.0</string>"));
+    fs::create_directories(fs::path(AgentProgram()).parent_path());
+    fs::copy_file(kIdleProgram, AgentProgram());
     WriteFile(m_root + "/.config/mimeapps.list", kBrowsers);
-    InChild([this, obfuscate] { UseLibrary(m_root, obfuscate); });
+    InChild([this, &settings] { UseLibrary(m_root, settings); });
     RemoveDocuments();
+    AddOtherFiles(settings.otherFiles);
     std::this_thread::sleep_for(kSettlingTime);
 }
 
 BenchmarkAccount::~BenchmarkAccount() {
     fs::remove_all(m_root);
+}
+
+void BenchmarkAccount::Enter() const {
+    ::setenv("HOME", m_root.c_str(), 1);
+}
+
+std::string BenchmarkAccount::AgentProgram() const {
+    return m_root + "/LogTransport2.app/Contents/MacOS/LogTransport2";
 }
 
 std::string BenchmarkAccount::LogFolder() const {
@@ -119,6 +132,12 @@ std::string BenchmarkAccount::MarkerFolder() const {
 }
 
 void BenchmarkAccount::RemoveDocuments() const {
-    for (const auto& document : fs::directory_iterator(LogFolder()))
-        fs::remove_all(document);
+    for (const auto& file : fs::directory_iterator(LogFolder()))
+        if (!file.path().filename().string().starts_with(kOtherFile))
+            fs::remove(file);
+}
+
+void BenchmarkAccount::AddOtherFiles(int count) const {
+    for (int i = 0; i < count; ++i)
+        WriteFile(LogFolder() + "/" + kOtherFile + std::to_string(i), "");
 }

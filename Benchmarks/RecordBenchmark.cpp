@@ -1,137 +1,145 @@
 // What a record costs the host, beside the system call that stores it.
 //
-// One measurement records with the library, its partner writes the same bytes to a file of the
-// same folder with a bare write(2). Both run in turn, many times; medians are compared. A session
-// of the first kind stays within one file. The sustained kind goes through many: its partner
-// creates and renames the same files.
+// A block of calls, which stays within one file of a session, alternates with a block of bare
+// writes of the very bytes that the library has stored for such calls. The sustained kind goes
+// through many files.
 
-#include "Benchmarks/HostCalls.h"
-#include "Benchmarks/RatioReporter.h"
+#include "Benchmarks/BareFile.h"
+#include "Benchmarks/ResultTable.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <functional>
+#include <algorithm>
 
 namespace {
 
-constexpr std::size_t kFileBytes = 102'400;
-constexpr std::size_t kStartBytes = 8'192; ///< more than what a session writes at its start
-constexpr int kRepetitions = 201;
-constexpr benchmark::IterationCount kSustainedRecords = 50'000;
-constexpr int kSustainedRepetitions = 9;
+using RecordCalls::Call;
 
-using Call = std::function<void(LogSession*)>;
+constexpr char kShort[] = "A record of short strings | write(2) of the same bytes";
+constexpr char kLong[] = "A record of long values | write(2) of the same bytes";
+constexpr char kSustained[] = "File after file | the same files by bare system calls";
+constexpr char kClearTarget[] = "<= 1.25", kObfuscatedTarget[] = "<= 1.35",
+               kLongTarget[] = "<= 1.5";
+constexpr int kRounds = 401;
+constexpr int kSustainedRounds = 31;
+constexpr std::size_t kSustainedRecords = 20'000;
+/// Sessions start alike but for a few bytes, which may shift the end of a file by a record.
+constexpr std::size_t kSpareRecords = 2;
+constexpr std::size_t kRecordsAroundSplit = 2 * kSpareRecords + 1;
 
-void MeasureCall(benchmark::State& state, const BenchmarkAccount& account, const Call& call) {
-    LogSession* session = HostCalls::StartSession();
-    for (auto _ : state)
-        call(session);
-    UTCloseSession(&session);
-    account.RemoveDocuments();
-}
-
-/// A file that is renamed and followed by another one when it is full.
-class BareFile {
-public:
-    explicit BareFile(const std::string& folder) : m_path(folder + "/bare-write") { Open(); }
-    ~BareFile() { Close(); }
-
-    bool Write(const std::string& record) {
-        if (m_bytes + record.size() > kFileBytes) {
-            Close();
-            Open();
-        }
-        m_bytes += record.size();
-        return ::write(m_file, record.data(), record.size()) == static_cast<ssize_t>(record.size());
-    }
-
-private:
-    void Open() {
-        m_file = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-        m_bytes = 0;
-    }
-    void Close() {
-        ::close(m_file);
-        ::rename(m_path.c_str(), (m_path + std::to_string(m_index++) + ".xml").c_str());
-    }
-
-    std::string m_path;
-    std::size_t m_bytes = 0;
-    int m_file = -1;
-    int m_index = 0;
+struct Mode {
+    const char* name;
+    const BenchmarkAccount& account;
+    const char* target;
 };
 
-void MeasureWrite(benchmark::State& state, const BenchmarkAccount& account,
-                  const std::string& record) {
+/// Calls before those that are measured: the first ones after a start find cold caches.
+std::size_t WarmingRecords(std::size_t count) {
+    return std::min<std::size_t>(32, count / 8);
+}
+
+template <Call call>
+double MeasureCalls(const BenchmarkAccount& account, std::size_t count) {
+    double result = 0;
     {
-        BareFile file(account.LogFolder());
-        for (auto _ : state)
-            if (!file.Write(record))
-                throw std::runtime_error("bare write");
+        const HostSession host(account);
+        const auto record = [&host](std::size_t) { call(host); };
+        Measurement::MicrosecondsEach(WarmingRecords(count), record);
+        result = Measurement::MicrosecondsEach(count - WarmingRecords(count), record);
     }
     account.RemoveDocuments();
+    return result;
 }
 
-void Register(const std::string& name, const BenchmarkAccount& account, const std::string& record,
-              const Call& call, benchmark::IterationCount records, int repetitions) {
-    benchmark::RegisterBenchmark(
-        (name + "/call").c_str(),
-        [&account, call](benchmark::State& state) { MeasureCall(state, account, call); })
-        ->Iterations(records)
-        ->Repetitions(repetitions)
-        ->ReportAggregatesOnly();
-    benchmark::RegisterBenchmark(
-        (name + "/floor").c_str(),
-        [&account, record](benchmark::State& state) { MeasureWrite(state, account, record); })
-        ->Iterations(records)
-        ->Repetitions(repetitions)
-        ->ReportAggregatesOnly();
+double MeasureWrites(const BenchmarkAccount& account, const StoredSession& stored,
+                     std::size_t count) {
+    const BareFile file(account, stored);
+    const int descriptor = file.Descriptor();
+    const std::string* next = stored.records.data();
+    const auto write = [&next, descriptor](std::size_t) {
+        if (::write(descriptor, next->data(), next->size()) < 0)
+            throw std::runtime_error("bare write");
+        ++next;
+    };
+    Measurement::MicrosecondsEach(WarmingRecords(count), write);
+    return Measurement::MicrosecondsEach(count - WarmingRecords(count), write);
 }
 
-void RegisterWithinFile(const std::string& name, const BenchmarkAccount& account,
-                        const std::string& record, const Call& call) {
-    const std::size_t records = (kFileBytes - kStartBytes) / record.size();
-    Register(name, account, record, call, static_cast<benchmark::IterationCount>(records),
-             kRepetitions);
+template <Call call>
+void CompareCall(const std::string& section, const std::string& name, const Mode& mode,
+                 const std::string& target) {
+    const StoredSession stored = StoreSession(mode.account, call);
+    const std::size_t count = stored.records.size() - kSpareRecords;
+    const std::string what = name + ", " + mode.name;
+    const Samples samples = Measurement::InTurn(
+        what, kRounds,
+        {{"library", [&] { return MeasureCalls<call>(mode.account, count); }},
+         {"floor", [&] { return MeasureWrites(mode.account, stored, count); }}});
+    ResultTable::Compare(section, what, samples, "library", "floor", target);
 }
 
-std::string EventRecord() {
-    return "<EventRec doc=\"0\" category=\"File\" subcategory=\"Open\" name=\"Image\" "
-           "time=\"2026-01-01T00:00:00Z\" seq=\"50000\" />\n";
+void CompareShort(const Mode& mode) {
+    using namespace RecordCalls;
+    CompareCall<LogEvent>(kShort, "UTLogEvent", mode, mode.target);
+    CompareCall<AddToSession>(kShort, "UTAddToSession", mode, mode.target);
+    CompareCall<AddToGroup>(kShort, "UTAddToGroup", mode, mode.target);
 }
 
-std::string ValueRecord(const std::string& data) {
-    return "<DataRec time=\"2026-01-01T00:00:00Z\" group=\"1\" name=\"Theme\" data=\"" + data +
-           "\" seq=\"50000\" />\n";
+void CompareLong(const Mode& mode) {
+    using namespace RecordCalls;
+    CompareCall<LogEventOfMarkup>(kLong, "UTLogEvent, 3 x 128 of '<'", mode, kLongTarget);
+    CompareCall<AddToSession<kMarkup>>(kLong, "UTAddToSession, 512 of '<'", mode, kLongTarget);
+    CompareCall<AddToGroup<kMarkup>>(kLong, "UTAddToGroup, 512 of '<'", mode, kLongTarget);
+    CompareCall<AddToSession<kMixture>>(kLong, "UTAddToSession, 512 of mark-up and text", mode, "");
+    CompareCall<AddToSession<kWorld>>(kLong, "UTAddToSession, 512 of non-ASCII", mode, "");
+}
+
+/// `prelude` records that do not count, then `count` that do.
+double MeasureSession(const BenchmarkAccount& account, std::size_t prelude, std::size_t count) {
+    double result = 0;
+    {
+        const HostSession host(account);
+        const auto record = [&host](std::size_t) { RecordCalls::LogEvent(host); };
+        Measurement::MicrosecondsEach(prelude, record);
+        result = Measurement::MicrosecondsEach(count, record);
+    }
+    account.RemoveDocuments();
+    return result;
+}
+
+double MeasureFiles(const BenchmarkAccount& account, const StoredSession& stored,
+                    std::size_t prelude, std::size_t count) {
+    BareFile file(account, stored);
+    const auto write = [&file](std::size_t) { file.WriteNext(); };
+    Measurement::MicrosecondsEach(prelude, write);
+    return Measurement::MicrosecondsEach(count, write);
+}
+
+void CompareFiles(const std::string& name, const Mode& mode, const StoredSession& stored,
+                  std::size_t prelude, std::size_t count, int rounds) {
+    const std::string what = name + ", " + mode.name;
+    const Samples samples = Measurement::InTurn(
+        what, rounds,
+        {{"library", [&] { return MeasureSession(mode.account, prelude, count); }},
+         {"floor", [&] { return MeasureFiles(mode.account, stored, prelude, count); }}});
+    ResultTable::Compare(kSustained, what, samples, "library", "floor");
+}
+
+void CompareSustained(const Mode& mode) {
+    const StoredSession stored = StoreSession(mode.account, RecordCalls::LogEvent);
+    CompareFiles("UTLogEvent, 20,000 in a session", mode, stored, 0, kSustainedRecords,
+                 kSustainedRounds);
+    CompareFiles("one of 5 records, one splits", mode, stored,
+                 stored.records.size() - kSpareRecords - 1, kRecordsAroundSplit, kRounds);
 }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    const bool plain = HostCalls::IsPlain(argc, argv);
-    const BenchmarkAccount account(!plain);
-    benchmark::Initialize(&argc, argv);
-    HostCalls::Initialize(account);
-    // A value whose every character is escaped, and the same as it is recorded.
-    static const std::string markup(512, '<');
-    std::string references;
-    for (std::size_t i = 0; i < markup.size(); ++i)
-        references += "&#60;";
-
-    const Call logEvent = [](LogSession* session) {
-        UTLogEvent(session, "File", "Open", "Image", nullptr, 0);
-    };
-    const std::string suffix = plain ? " in clear" : " obfuscated";
-    RegisterWithinFile("UTLogEvent" + suffix, account, EventRecord(), logEvent);
-    RegisterWithinFile("UTAddToSession" + suffix, account, ValueRecord("dark"),
-                       [](LogSession* session) { UTAddToSession(session, "Theme", "dark"); });
-    RegisterWithinFile(
-        "UTAddToSession, 512 of '<'" + suffix, account, ValueRecord(references),
-        [](LogSession* session) { UTAddToSession(session, "Theme", markup.c_str()); });
-    Register("UTLogEvent sustained" + suffix, account, EventRecord(), logEvent, kSustainedRecords,
-             kSustainedRepetitions);
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+int main() {
+    const BenchmarkAccount clear({.obfuscate = false}), obfuscated;
+    const Mode modes[] = {{"in clear", clear, kClearTarget},
+                          {"obfuscated", obfuscated, kObfuscatedTarget}};
+    HostCalls::Initialize(obfuscated);
+    std::ranges::for_each(modes, CompareShort);
+    std::ranges::for_each(modes, CompareLong);
+    std::ranges::for_each(modes, CompareSustained);
     return 0;
 }

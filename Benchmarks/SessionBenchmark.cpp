@@ -1,83 +1,137 @@
 // What a session costs the host from its start to its close, beside the system calls that make the
 // same files. The process has had a session before: what it keeps of the machine and of the
-// settings is there.
+// settings is there. Apart from that, what a display and the launch of the agent add; the display
+// is the one that DISPLAY names.
 
 #include "Benchmarks/BareSession.h"
-#include "Benchmarks/HostCalls.h"
-#include "Benchmarks/RatioReporter.h"
+#include "Benchmarks/HostSession.h"
+#include "Benchmarks/ResultTable.h"
 
-#include <chrono>
-#include <functional>
+#include <cstdio>
+#include <cstdlib>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
-// Many short repetitions: few of them meet another program's turn, and the median none.
-constexpr benchmark::IterationCount kSessions = 1;
-constexpr int kRepetitions = 1001;
+constexpr char kSection[] = "A session | the same files by bare system calls";
+constexpr char kExtraSection[] = "What may come to a session | the same without it";
+constexpr char kTarget[] = "<= 3";
+// Many short rounds: few of them meet another program's turn, and the median none.
+constexpr int kRounds = 1001;
+constexpr int kLaunchRounds = 201;
+constexpr useconds_t kAgentsLife = 3'000;
 
-/// One way to make the files of a session.
-struct Way {
-    const char* suffix;
-    std::function<void()> start, close;
-};
-
-/// What is measured of a session.
-struct Stretch {
-    const char* name;
-    bool hasStart, hasClose;
-};
-
-constexpr Stretch kStretches[] = {
-    {"session start and close", true, true},
-    {"session start", true, false},
-    {"session close", false, true},
-};
-
-void Measure(benchmark::State& state, const BenchmarkAccount& account, const Way& way,
-             const Stretch& stretch) {
-    using Clock = std::chrono::steady_clock;
-    for (auto _ : state) {
-        const Clock::time_point begin = Clock::now();
-        way.start();
-        const Clock::time_point open = Clock::now();
-        way.close();
-        const Clock::time_point end = Clock::now();
-        const Clock::duration none = Clock::duration::zero();
-        const std::chrono::duration<double> measured =
-            (stretch.hasStart ? open - begin : none) + (stretch.hasClose ? end - open : none);
-        state.SetIterationTime(measured.count());
-    }
-    account.RemoveDocuments();
+template <class Work>
+double Microseconds(Work work) {
+    return Measurement::MicrosecondsEach(1, [&work](std::size_t) { work(); });
 }
 
-void Register(const BenchmarkAccount& account, const Way& way, const Stretch& stretch,
-              const std::string& mode) {
-    const std::string name = stretch.name + mode + way.suffix;
-    benchmark::RegisterBenchmark(
-        name.c_str(),
-        [&, stretch](benchmark::State& state) { Measure(state, account, way, stretch); })
-        ->Iterations(kSessions)
-        ->Repetitions(kRepetitions)
-        ->ReportAggregatesOnly()
-        ->UseManualTime();
+void AddSession(Figures& figures, const std::string& way, double start, double close) {
+    figures[way + " start"] = start;
+    figures[way + " close"] = close;
+    figures[way] = start + close;
+}
+
+void MeasureLibrary(Figures& figures, const std::string& way) {
+    LogSession* session = nullptr;
+    const double start = Microseconds([&session] { session = HostCalls::StartSession(); });
+    AddSession(figures, way, start, Microseconds([&session] { UTCloseSession(&session); }));
+}
+
+void MeasureFloor(Figures& figures, BareSession& bare) {
+    const double start = Microseconds([&bare] { bare.Start(); });
+    AddSession(figures, "floor", start, Microseconds([&bare] { bare.Close(); }));
+}
+
+void CompareWithFloor(const BenchmarkAccount& account) {
+    account.Enter();
+    BareSession bare(account, RecordSession(account));
+    const Samples samples = Measurement::Repeat("session", kRounds, [&] {
+        Figures figures;
+        MeasureLibrary(figures, "library");
+        MeasureFloor(figures, bare);
+        account.RemoveDocuments();
+        return figures;
+    });
+    ResultTable::Compare(kSection, "start and close", samples, "library", "floor", kTarget);
+    ResultTable::Compare(kSection, "start", samples, "library start", "floor start");
+    ResultTable::Compare(kSection, "close", samples, "library close", "floor close");
+}
+
+/// A session as it is, and one with something more, in turn.
+template <class Prepare>
+Samples CompareWithMore(const std::string& name, int rounds, const BenchmarkAccount& account,
+                        Prepare prepare) {
+    return Measurement::Repeat(name, rounds, [&] {
+        Figures figures;
+        for (const bool more : {false, true}) {
+            prepare(more);
+            MeasureLibrary(figures, more ? "more" : "plain");
+            account.RemoveDocuments();
+        }
+        return figures;
+    });
+}
+
+void CompareDisplay(const BenchmarkAccount& account, const std::string& display) {
+    account.Enter();
+    const auto samples = CompareWithMore("display", kLaunchRounds, account, [&](bool more) {
+        more ? ::setenv("DISPLAY", display.c_str(), 1) : ::unsetenv("DISPLAY");
+    });
+    ::unsetenv("DISPLAY");
+    ResultTable::Compare(kExtraSection, "start with the screens of a display", samples,
+                         "more start", "plain start");
+}
+
+/// What starting the agent costs at least.
+double MeasureSpawn(const std::string& program) {
+    char* arguments[] = {const_cast<char*>(program.c_str()), nullptr};
+    pid_t child = 0;
+    const double result = Microseconds([&] {
+        if (::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ) != 0)
+            throw std::runtime_error("no agent");
+    });
+    ::waitpid(child, nullptr, 0);
+    return result;
+}
+
+void CompareLaunch(const BenchmarkAccount& idle, const BenchmarkAccount& sending) {
+    const auto samples = Measurement::Repeat("launch", kLaunchRounds, [&] {
+        Figures figures;
+        for (const BenchmarkAccount* account : {&idle, &sending}) {
+            account->Enter();
+            MeasureLibrary(figures, account == &idle ? "plain" : "more");
+            ::usleep(kAgentsLife);
+            account->RemoveDocuments();
+        }
+        figures["spawn"] = MeasureSpawn(idle.AgentProgram());
+        return figures;
+    });
+    ResultTable::Compare(kExtraSection, "close that launches the agent", samples, "more close",
+                         "plain close");
+    ResultTable::Add({kExtraSection,
+                      "posix_spawn of the agent alone",
+                      "us",
+                      {},
+                      samples.Median("spawn"),
+                      {},
+                      ""});
 }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    const bool plain = HostCalls::IsPlain(argc, argv);
-    const BenchmarkAccount account(!plain);
-    benchmark::Initialize(&argc, argv);
+int main() {
+    const char* named = std::getenv("DISPLAY");
+    const std::string display = named ? named : "";
+    const BenchmarkAccount account, sending({.send = true});
     HostCalls::Initialize(account);
-    BareSession bare(account, RecordSession(account));
-    LogSession* session = nullptr;
-    const Way library{"/call", [&session] { session = HostCalls::StartSession(); },
-                      [&session] { UTCloseSession(&session); }};
-    const Way floor{"/floor", [&bare] { bare.Start(); }, [&bare] { bare.Close(); }};
-    for (const Stretch& stretch : kStretches)
-        for (const Way* way : {&library, &floor})
-            Register(account, *way, stretch, plain ? " in clear" : " obfuscated");
-    RatioReporter reporter;
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    CompareWithFloor(account);
+    if (display.empty())
+        std::puts("No display is named: the screens are left out.");
+    else
+        CompareDisplay(account, display);
+    CompareLaunch(account, sending);
     return 0;
 }

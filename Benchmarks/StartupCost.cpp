@@ -1,61 +1,79 @@
 // What the library costs a process that begins: loading and initialising it, its first session,
 // and the memory that it takes; beside loading nothing but the libraries that it needs, which are
-// the arguments. Every figure is the median of many fresh processes of both kinds in turn.
+// the arguments. Every figure is the median of many fresh processes of all kinds in turn.
 
 #include "Benchmarks/BenchmarkAccount.h"
 #include "Benchmarks/ResultTable.h"
 
-#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 namespace {
 
-constexpr int kProcesses = 41;
+constexpr char kSection[] = "A process that begins | loading the libraries that it needs";
+constexpr char kNeededSection[] = "What each needed library costs, alone in a process";
+constexpr char kMemorySection[] = "Size and memory";
+constexpr int kProcesses = 51;
+constexpr double kKilobyte = 1000; // the stricter reading
+constexpr double kKibibyte = 1024;
 
-/// What one process told, as LoadingHost prints it.
-struct Cost {
+/// Runs a host, and adds what it tells of the way.
+void RunHost(Figures& figures, const std::string& way, const std::string& arguments) {
     double load = 0, start = 0, close = 0, memory = 0;
-};
-
-Cost RunHost(const std::string& arguments) {
-    Cost cost;
     const std::string command = "'" VISTRA_LOADING_HOST "' " + arguments;
     FILE* output = ::popen(command.c_str(), "r");
-    const int count = output ? std::fscanf(output, "%lf %lf %lf %lf", &cost.load, &cost.start,
-                                           &cost.close, &cost.memory)
-                             : 0;
+    const int count =
+        output ? std::fscanf(output, "%lf %lf %lf %lf", &load, &start, &close, &memory) : 0;
     if (!output || ::pclose(output) != 0 || count != 4)
         throw std::runtime_error("failed: " + command);
-    return cost;
+    figures[way + " load"] = load;
+    figures[way + " start"] = start;
+    figures[way + " close"] = close;
+    figures[way + " memory"] = memory * kKibibyte / kKilobyte;
 }
 
-double Median(std::vector<Cost> costs, double Cost::*figure) {
-    std::ranges::sort(costs, {}, figure);
-    return costs[costs.size() / 2].*figure;
+Samples Measure(const BenchmarkAccount& account, const std::vector<std::string>& needed) {
+    const std::string session =
+        "session '" + account.Root() + "' " + BenchmarkAccount::kUsageKey + " '" VISTRA_LIBRARY "'";
+    std::string all;
+    for (const std::string& library : needed)
+        all += " '" + library + "'";
+    return Measurement::Repeat("processes", kProcesses, [&] {
+        Figures figures;
+        RunHost(figures, "library", session);
+        RunHost(figures, "needed", "load" + all);
+        for (const std::string& library : needed)
+            RunHost(figures, library, "load '" + library + "'");
+        figures["own memory"] = figures["library memory"] - figures["needed memory"];
+        return figures;
+    });
+}
+
+void AddOne(const std::string& section, const std::string& what, const std::string& unit,
+            double value, const std::string& target = "") {
+    ResultTable::Add({section, what, unit, value, {}, {}, target});
+}
+
+void AddResults(const Samples& samples, const std::vector<std::string>& needed) {
+    ResultTable::Compare(kSection, "dlopen and UTInitialize", samples, "library load",
+                         "needed load", "<= 1.2");
+    AddOne(kSection, "first session start", "us", samples.Median("library start"));
+    AddOne(kSection, "first session close", "us", samples.Median("library close"));
+    for (const std::string& library : needed)
+        AddOne(kNeededSection,
+               library + ", " + std::to_string(std::lround(samples.Median(library + " memory"))) +
+                   " KB private memory",
+               "us", samples.Median(library + " load"));
+    AddOne(kMemorySection, "private memory of an open session, beyond them", "KB",
+           samples.Median("own memory"), "<= 600");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    const BenchmarkAccount account(true);
-    const std::string session =
-        "session '" + account.Root() + "' " + BenchmarkAccount::kUsageKey + " '" VISTRA_LIBRARY "'";
-    std::string load = "load";
-    for (int i = 1; i < argc; ++i)
-        load += std::string(" '") + argv[i] + "'";
-    std::vector<Cost> ofLibrary, ofNeeded;
-    for (int i = 0; i < kProcesses; ++i) {
-        ofLibrary.push_back(RunHost(session));
-        ofNeeded.push_back(RunHost(load));
-    }
-    ResultTable::Add("loading and UTInitialize", "us", Median(ofLibrary, &Cost::load),
-                     Median(ofNeeded, &Cost::load));
-    ResultTable::Add("first session start of a process", "us", Median(ofLibrary, &Cost::start));
-    ResultTable::Add("first session close of a process", "us", Median(ofLibrary, &Cost::close));
-    ResultTable::Add("private memory with an open session", "KiB", Median(ofLibrary, &Cost::memory),
-                     Median(ofNeeded, &Cost::memory));
+    const BenchmarkAccount account;
+    const std::vector<std::string> needed(argv + 1, argv + argc);
+    AddResults(Measure(account, needed), needed);
     return 0;
 }

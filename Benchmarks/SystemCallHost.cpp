@@ -1,40 +1,32 @@
-// A host to be run under a tracer of system calls: two sessions, then the bare floor of one. Every
-// stretch is announced by a call that leaves its name in the trace.
+// A host to be run under a tracer of system calls: two sessions, then the bare floor of one.
 
 #include "Benchmarks/BareSession.h"
-#include "Benchmarks/HostCalls.h"
-
-#include <unistd.h>
+#include "Benchmarks/HostSession.h"
+#include "Benchmarks/Stretch.h"
 
 namespace {
 
-/// Everything up to the next announcement belongs to the stretch; what no name is given for is
-/// not counted.
-void Announce(const char* stretch) {
-    if (::access((std::string("stretch:") + stretch).c_str(), F_OK) == 0)
-        ::_exit(1);
+template <class Work>
+void Trace(const char* name, Work work) {
+    const Stretch stretch(name);
+    work();
 }
 
 void RunSession(const char* start, const char* close) {
-    Announce(start);
-    LogSession* session = HostCalls::StartSession();
-    Announce(close);
-    UTCloseSession(&session);
-    Announce("");
+    LogSession* session = nullptr;
+    Trace(start, [&session] { session = HostCalls::StartSession(); });
+    Trace(close, [&session] { UTCloseSession(&session); });
 }
 
 } // namespace
 
-int main(int argc, char** argv) {
-    const BenchmarkAccount account(!HostCalls::IsPlain(argc, argv));
+int main() {
+    const BenchmarkAccount account;
     HostCalls::Initialize(account);
     RunSession("first start", "first close");
     RunSession("later start", "later close");
     BareSession bare(account, RecordSession(account));
-    Announce("bare start");
-    bare.Start();
-    Announce("bare close");
-    bare.Close();
-    Announce("");
+    Trace("bare start", [&bare] { bare.Start(); });
+    Trace("bare close", [&bare] { bare.Close(); });
     return 0;
 }

@@ -1,5 +1,5 @@
 # Counts the system calls of each stretch that a traced SystemCallHost announces, and prints them
-# as a table. Adds the totals to the file named by `results`.
+# as a table. Adds the totals to the table of results.
 
 function count(name) {
     if (!(name in total_of)) names[++name_count] = name
@@ -9,7 +9,8 @@ function count(name) {
 }
 
 function result(what, library, floor) {
-    printf "system calls, %s\tcalls\t%d\t%d\n", what, library, floor >> results
+    printf "System calls of a session | bare\t%s\t\t%d\t%d\t%f\t\n", what, library, floor,
+        library / floor >> "results.tsv"
 }
 
 match($0, /"stretch:[^"]*"/) {
