@@ -6,7 +6,8 @@
  *
  * The second form initialises the library that it has loaded and has a session. Prints the time
  * for loading and initialising, for the session's start and for its close in microseconds, and by
- * how many KiB of private memory the process has grown when the session is open.
+ * how many KiB of private memory the process has grown when the session is open: all of it, and
+ * what was written to.
  */
 #define _GNU_SOURCE
 #include "LogSession/UTLogData.h"
@@ -34,14 +35,25 @@ static long Field(const char* text, const char* name) {
     return found ? strtol(found + strlen(name), NULL, 10) : 0;
 }
 
+struct Memory {
+    long all, written;
+};
+
 /* Takes no memory that its first call has not taken already. */
-static long PrivateKilobytes(void) {
+static struct Memory PrivateKilobytes(void) {
     static char text[8192];
     const int file = open("/proc/self/smaps_rollup", O_RDONLY);
     const ssize_t length = file < 0 ? 0 : read(file, text, sizeof text - 1);
     close(file);
     text[length > 0 ? length : 0] = '\0';
-    return Field(text, "Private_Clean:") + Field(text, "Private_Dirty:");
+    const long written = Field(text, "Private_Dirty:");
+    return (struct Memory){Field(text, "Private_Clean:") + written, written};
+}
+
+static void Print(double load, double openSession, double closeSession, struct Memory before,
+                  struct Memory after) {
+    printf("%f %f %f %ld %ld\n", load, openSession, closeSession, after.all - before.all,
+           after.written - before.written);
 }
 
 static void* Load(const char* path) {
@@ -63,28 +75,28 @@ static void LoadAndInitialize(const char* path, const char* usageKey, const char
 
 static int HaveSession(char** argv) {
     LogSession* session = NULL;
-    const long before = PrivateKilobytes();
+    const struct Memory before = PrivateKilobytes();
     const double begin = Microseconds();
     LoadAndInitialize(argv[4], argv[3], argv[2]);
     const double loaded = Microseconds();
     start(&session, "Benchmark", "Session", "1.0", "1", "en");
     const double opened = Microseconds();
-    const long after = PrivateKilobytes();
+    const struct Memory after = PrivateKilobytes();
     const int failure = session == NULL;
     const double resumed = Microseconds();
     finish(&session);
-    printf("%f %f %f %ld\n", loaded - begin, opened - loaded, Microseconds() - resumed,
-           after - before);
+    const double closed = Microseconds();
+    Print(loaded - begin, opened - loaded, closed - resumed, before, after);
     return failure;
 }
 
 static int LoadAll(int count, char** paths) {
-    const long before = PrivateKilobytes();
+    const struct Memory before = PrivateKilobytes();
     const double begin = Microseconds();
     for (int i = 0; i < count; ++i)
         Load(paths[i]);
     const double loaded = Microseconds();
-    printf("%f 0 0 %ld\n", loaded - begin, PrivateKilobytes() - before);
+    Print(loaded - begin, 0, 0, before, PrivateKilobytes());
     return 0;
 }
 

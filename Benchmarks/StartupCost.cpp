@@ -20,17 +20,19 @@ constexpr double kKibibyte = 1024;
 
 /// Runs a host, and adds what it tells of the way.
 void RunHost(Figures& figures, const std::string& way, const std::string& arguments) {
-    double load = 0, start = 0, close = 0, memory = 0;
+    double load = 0, start = 0, close = 0, memory = 0, written = 0;
     const std::string command = "'" VISTRA_LOADING_HOST "' " + arguments;
     FILE* output = ::popen(command.c_str(), "r");
-    const int count =
-        output ? std::fscanf(output, "%lf %lf %lf %lf", &load, &start, &close, &memory) : 0;
-    if (!output || ::pclose(output) != 0 || count != 4)
+    const int count = output ? std::fscanf(output, "%lf %lf %lf %lf %lf", &load, &start, &close,
+                                           &memory, &written)
+                             : 0;
+    if (!output || ::pclose(output) != 0 || count != 5)
         throw std::runtime_error("failed: " + command);
     figures[way + " load"] = load;
     figures[way + " start"] = start;
     figures[way + " close"] = close;
     figures[way + " memory"] = memory * kKibibyte / kKilobyte;
+    figures[way + " written"] = written * kKibibyte / kKilobyte;
 }
 
 Samples Measure(const BenchmarkAccount& account, const std::vector<std::string>& needed) {
@@ -46,6 +48,7 @@ Samples Measure(const BenchmarkAccount& account, const std::vector<std::string>&
         for (const std::string& library : needed)
             RunHost(figures, library, "load '" + library + "'");
         figures["own memory"] = figures["library memory"] - figures["needed memory"];
+        figures["own written"] = figures["library written"] - figures["needed written"];
         return figures;
     });
 }
@@ -67,6 +70,8 @@ void AddResults(const Samples& samples, const std::vector<std::string>& needed) 
                "us", samples.Median(library + " load"));
     AddOne(kMemorySection, "private memory of an open session, beyond them", "KB",
            samples.Median("own memory"), "<= 600");
+    AddOne(kMemorySection, "the part of it that was written to", "KB",
+           samples.Median("own written"));
 }
 
 } // namespace

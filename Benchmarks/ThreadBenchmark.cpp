@@ -13,8 +13,8 @@ namespace {
 
 constexpr char kSection[] = "A record, several threads in one session | one mutex around write(2)";
 constexpr char kTarget[] = "<= 1.3";
-constexpr int kRounds = 51;
-constexpr std::size_t kRecords = 20'000; ///< of all threads together
+constexpr int kRounds = 201;
+constexpr std::size_t kRecords = 9'600; ///< of all threads together
 constexpr std::size_t kThreads[] = {1, 2, 4, 8, 16};
 
 using Clock = std::chrono::steady_clock;

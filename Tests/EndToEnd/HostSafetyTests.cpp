@@ -2,6 +2,7 @@
 #include "Tests/EndToEnd/EndToEndTest.h"
 
 #include <set>
+#include <sstream>
 
 using namespace testing;
 namespace fs = std::filesystem;
@@ -61,6 +62,19 @@ TEST_F(HostTest, KeepsItsProcessAsItWasAndGetsPrivateFiles) {
             AllOf(Each(MatchesRegex(added + "\\.(plist|tmp)\"")), Contains(EndsWith("_1.tmp\""))));
         ExpectPrivateFiles();
     }
+}
+
+TEST_F(HostTest, GivesNoMemoryForARecordOfShortTexts) {
+    fs::remove(m_host.Folder() + "/VSLog.config");
+    std::string calls = "allocations\n", words[4]; // session, group, and allocations twice
+    for (const std::string call : {"UTLogEvent s File Open Image NULL 0\n",
+                                   "UTAddToSession s Theme dark\n", "UTAddToGroup s g Width 9\n"})
+        calls = call + calls + "repeat 99 " + call;
+    std::istringstream results(
+        m_host.Play(kOpen + "UTNewDataGroup s C S G g NULL 0\n" + calls + "allocations\n"));
+    results >> words[0] >> words[1] >> words[2] >> words[3];
+    EXPECT_EQ(words[3], words[2]);
+    EXPECT_THAT(words[2], MatchesRegex("[1-9][0-9]*"));
 }
 
 TEST_F(HostTest, SharesNoDescriptorWithAnyOtherProgram) {
