@@ -49,7 +49,7 @@ SessionContent RecordSession(const BenchmarkAccount& account) {
     for (std::size_t i = 0; i < sizes.size(); begin += sizes[i++])
         (i < writesAtStart ? content.atStart : content.atClose)
             .push_back(document.substr(begin, sizes[i]));
-    Require(begin == document.size(), "another file was written, too");
+    Require(begin == document.size(), "the document is not what write(2) was given");
     return content;
 }
 

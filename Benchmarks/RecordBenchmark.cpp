@@ -20,7 +20,7 @@ constexpr char kClearTarget[] = "<= 1.25", kObfuscatedTarget[] = "<= 1.35",
                kLongTarget[] = "<= 1.5";
 constexpr int kRounds = 401;
 constexpr int kSustainedRounds = 101;
-constexpr std::size_t kSustainedRecords = 10'000;
+constexpr std::size_t kSustainedRecords = 5'000;
 /// Sessions start alike but for a few bytes, which may shift the end of a file by a record.
 constexpr std::size_t kSpareRecords = 2;
 constexpr std::size_t kRecordsAroundSplit = 2 * kSpareRecords + 1;
@@ -125,8 +125,7 @@ void CompareFiles(const std::string& name, const Mode& mode, const StoredSession
 
 void CompareSustained(const Mode& mode) {
     const StoredSession stored = StoreSession(mode.account, RecordCalls::LogEvent);
-    CompareFiles("UTLogEvent, each of 10,000", mode, stored, 0, kSustainedRecords,
-                 kSustainedRounds);
+    CompareFiles("UTLogEvent, each of 5,000", mode, stored, 0, kSustainedRecords, kSustainedRounds);
     CompareFiles("UTLogEvent, each of 5, one of them splits", mode, stored,
                  stored.records.size() - kSpareRecords - 1, kRecordsAroundSplit, kRounds);
 }
