@@ -14,7 +14,8 @@ namespace {
 constexpr char kSection[] = "A record, several threads in one session | one mutex around write(2)";
 constexpr char kTarget[] = "<= 1.3";
 constexpr int kRounds = 201;
-constexpr std::size_t kRecords = 4'800; ///< of all threads together
+/// Of all threads together; so few that other programs rarely cut in.
+constexpr std::size_t kRecords = 4'800;
 constexpr std::size_t kThreads[] = {1, 2, 4, 8, 16};
 
 using Clock = std::chrono::steady_clock;

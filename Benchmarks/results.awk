@@ -42,7 +42,8 @@ function row(line, fields, verdict) {
         verdicts[verdict]++
     }
     columns(fields[2], figure(fields[4], fields[3]), figure(fields[5], fields[3]),
-        fields[6] == "" ? "" : sprintf("%.2f", fields[6]), fields[7], verdict)
+        fields[6] == "" ? "" : sprintf(fields[6] < 10 ? "%.3f" : "%.1f", fields[6]), fields[7],
+        verdict)
 }
 
 END {
