@@ -11,23 +11,25 @@ namespace {
 
 constexpr int kRounds = 101;
 constexpr char kSessionSection[] = "Session start and close as the work grows | in the base case";
+constexpr char kFiles[] = "files", kKeys[] = "keys"; // the curves
 constexpr int kOtherFiles[] = {0, 1'000, 10'000, 100'000};
 constexpr int kStoredKeys[] = {10, 50, 1'000, 10'000};
-constexpr int kBaseFiles = 0, kBaseKeys = 50;
 
 /// An account with so many files or keys, a session that is open in it, and the bare floor.
 struct Case {
-    Case(int size, const AccountSettings& settings)
-        : name(std::to_string(size)), account(settings), x(size) {}
+    Case(const std::string& curveOfCase, int number, const AccountSettings& settings)
+        : curve(curveOfCase), x(number), account(settings) {}
 
+    std::string Library() const { return "library, " + std::to_string(x) + " " + curve; }
+    std::string Floor() const { return "floor, " + std::to_string(x) + " " + curve; }
     void Open(const StoredSession& stored) {
         host.emplace(account);
         file.emplace(account, stored);
     }
 
-    const std::string name;
+    const std::string curve;
+    const int x;
     const BenchmarkAccount account;
-    const double x;
     std::optional<HostSession> host;
     std::optional<BareFile> file;
 };
@@ -37,12 +39,12 @@ using Cases = std::vector<std::unique_ptr<Case>>;
 std::vector<Way> RecordWays(const Cases& cases) {
     std::vector<Way> ways;
     for (const auto& each : cases) {
-        ways.push_back({"library " + each->name, [&each] {
+        ways.push_back({each->Library(), [&each] {
                             each->account.Enter();
                             return SteadyCost(
                                 [&each](std::size_t) { RecordCalls::LogEvent(*each->host); });
                         }});
-        ways.push_back({"floor " + each->name, [&each] {
+        ways.push_back({each->Floor(), [&each] {
                             return SteadyCost([&each](std::size_t) { each->file->WriteNext(); });
                         }});
     }
@@ -52,7 +54,7 @@ std::vector<Way> RecordWays(const Cases& cases) {
 std::vector<Way> SessionWays(const Cases& cases) {
     std::vector<Way> ways;
     for (const auto& each : cases)
-        ways.push_back({"library " + each->name, [&each] {
+        ways.push_back({each->Library(), [&each] {
                             each->account.Enter();
                             return Measurement::MicrosecondsEach(1, [](std::size_t) {
                                 LogSession* session = HostCalls::StartSession();
@@ -62,35 +64,38 @@ std::vector<Way> SessionWays(const Cases& cases) {
     return ways;
 }
 
-void MeasureCases(const std::string& curve, const std::string& what, int base, Cases& cases,
-                  const StoredSession& stored) {
+void Compare(const std::string& section, const Samples& samples, const std::string& target) {
+    ResultTable::Compare(section, "a log folder of 100,000 files (0)", samples,
+                         "library, 100000 files", "library, 0 files", target);
+    ResultTable::Compare(section, "preferences of 10,000 keys (50)", samples, "library, 10000 keys",
+                         "library, 50 keys", target);
+}
+
+void MeasureCases(const Cases& cases) {
+    const Samples records = Measurement::InTurn("records", kRounds, RecordWays(cases));
+    Compare(kFlatSection, records, kFlatTarget);
     for (const auto& each : cases)
-        each->Open(stored);
-    const std::string reference = "library " + std::to_string(base);
-    const Samples records = Measurement::InTurn(curve, kRounds, RecordWays(cases));
-    const Samples sessions =
-        Measurement::InTurn(curve + " and sessions", kRounds, SessionWays(cases));
-    const std::string library = "library " + cases.back()->name;
-    ResultTable::Compare(kFlatSection, what, records, library, reference, kFlatTarget);
-    ResultTable::Compare(kSessionSection, what, sessions, library, reference);
-    for (const auto& each : cases)
-        ResultTable::AddPoint(curve, each->x, records.Median("library " + each->name),
-                              records.Median("floor " + each->name));
+        ResultTable::AddPoint(each->curve, each->x, records.Median(each->Library()),
+                              records.Median(each->Floor()));
+    Compare(kSessionSection, Measurement::InTurn("sessions", kRounds, SessionWays(cases)), "");
 }
 
 } // namespace
 
 int main() {
-    Cases files, keys;
-    for (const int count : kOtherFiles)
-        files.push_back(std::make_unique<Case>(count, AccountSettings{.otherFiles = count}));
-    for (const int count : kStoredKeys)
-        keys.push_back(std::make_unique<Case>(count, AccountSettings{.storedKeys = count}));
-    HostCalls::Initialize(files.front()->account);
-    const BenchmarkAccount& account = files.front()->account;
-    account.Enter();
-    const StoredSession stored = StoreSession(account, RecordCalls::LogEvent);
-    MeasureCases("files", "a log folder of 100,000 files (0)", kBaseFiles, files, stored);
-    MeasureCases("keys", "preferences of 10,000 keys (50)", kBaseKeys, keys, stored);
+    Cases cases;
+    for (const int number : kOtherFiles)
+        cases.push_back(
+            std::make_unique<Case>(kFiles, number, AccountSettings{.otherFiles = number}));
+    for (const int number : kStoredKeys)
+        cases.push_back(
+            std::make_unique<Case>(kKeys, number, AccountSettings{.storedKeys = number}));
+    const BenchmarkAccount& first = cases.front()->account;
+    HostCalls::Initialize(first);
+    first.Enter();
+    const StoredSession stored = StoreSession(first, RecordCalls::LogEvent);
+    for (const auto& each : cases)
+        each->Open(stored);
+    MeasureCases(cases);
     return 0;
 }

@@ -69,15 +69,23 @@ double MeasureFloor(std::size_t threads, const BenchmarkAccount& account,
     });
 }
 
-void Compare(std::size_t threads, const BenchmarkAccount& account, const StoredSession& stored) {
-    const std::string what = std::to_string(threads) + (threads == 1 ? " thread" : " threads");
-    const Samples samples =
-        Measurement::InTurn(what, kRounds,
-                            {{"library", [&] { return MeasureLibrary(threads, account); }},
-                             {"floor", [&] { return MeasureFloor(threads, account, stored); }}});
-    ResultTable::Compare(kSection, what, samples, "library", "floor", kTarget);
-    ResultTable::AddPoint("threads", static_cast<double>(threads), samples.Median("library"),
-                          samples.Median("floor"));
+std::string Library(std::size_t threads) {
+    return "library " + std::to_string(threads);
+}
+
+std::string Floor(std::size_t threads) {
+    return "floor " + std::to_string(threads);
+}
+
+Samples Measure(const BenchmarkAccount& account, const StoredSession& stored) {
+    std::vector<Way> ways;
+    for (const std::size_t threads : kThreads) {
+        ways.push_back(
+            {Library(threads), [=, &account] { return MeasureLibrary(threads, account); }});
+        ways.push_back({Floor(threads),
+                        [=, &account, &stored] { return MeasureFloor(threads, account, stored); }});
+    }
+    return Measurement::InTurn("threads", kRounds, ways);
 }
 
 } // namespace
@@ -86,7 +94,12 @@ int main() {
     const BenchmarkAccount account;
     HostCalls::Initialize(account);
     const StoredSession stored = StoreSession(account, RecordCalls::LogEvent);
-    for (const std::size_t threads : kThreads)
-        Compare(threads, account, stored);
+    const Samples samples = Measure(account, stored);
+    for (const std::size_t threads : kThreads) {
+        const std::string what = std::to_string(threads) + (threads == 1 ? " thread" : " threads");
+        ResultTable::Compare(kSection, what, samples, Library(threads), Floor(threads), kTarget);
+        ResultTable::AddPoint("threads", static_cast<double>(threads),
+                              samples.Median(Library(threads)), samples.Median(Floor(threads)));
+    }
     return 0;
 }

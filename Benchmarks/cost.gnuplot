@@ -13,7 +13,7 @@ set style line 3 linecolor "#c2571a" linewidth 2.5 pointtype 9 pointsize 1.1
 set border 3 linecolor "#444444"
 set tics nomirror out textcolor "#222222"
 set grid ytics linecolor "#dddddd" linetype 1 linewidth 0.7
-set key at graph -0.01,1.11 left top Left reverse horizontal maxrows 1 samplen 2.5 textcolor "#222222"
+set key at graph -0.01,1.11 left top Left reverse horizontal samplen 2.5 textcolor "#222222"
 set ylabel "microseconds a record" offset 0.8
 set yrange [0:1.1 * library_max]
 set format y "%.1f"
@@ -46,9 +46,9 @@ set xlabel "keys of the preferences, or other files (none stands at 10)"
 set logscale x 10
 set xrange [8:125000]
 set xtics ("10" 10, "100" 100, "1,000" 1000, "10,000" 10000, "100,000" 100000)
-plot "curve-keys.tsv" using 1:2 with linespoints linestyle 1 title "library, keys", \
-     "curve-files.tsv" using ($1 > 0 ? $1 : 10):2 with linespoints linestyle 3 \
-        title "library, files", \
+plot "curve-keys.tsv" using 1:2 with linespoints linestyle 1 title "keys", \
+     "" using 1:3 with linespoints linestyle 2 notitle, \
+     "curve-files.tsv" using ($1 > 0 ? $1 : 10):2 with linespoints linestyle 3 title "files", \
      "" using ($1 > 0 ? $1 : 10):3 with linespoints linestyle 2 title "write(2)"
 
 unset multiplot
