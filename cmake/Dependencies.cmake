@@ -1,9 +1,9 @@
 # docs/architecture.md says of each what it does here and why it is not our own code.
 find_package(PkgConfig REQUIRED)
 find_package(Boost 1.74 REQUIRED)
-find_package(OpenSSL 3 REQUIRED COMPONENTS Crypto)
 find_package(utf8cpp 3.2 REQUIRED)
 find_package(Threads REQUIRED)
+pkg_check_modules(LIBMD REQUIRED IMPORTED_TARGET libmd)
 pkg_check_modules(LIBPLIST REQUIRED IMPORTED_TARGET libplist-2.0)
 pkg_check_modules(LIBUUID REQUIRED IMPORTED_TARGET uuid)
 pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-randr xau)

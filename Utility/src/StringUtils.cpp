@@ -4,16 +4,15 @@
 
 #include <boost/algorithm/string/replace.hpp>
 #include <boost/tokenizer.hpp>
-#include <openssl/crypto.h>
-#include <openssl/evp.h>
+#include <md5.h>
 #include <utf8.h>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <cstdarg>
+#include <cstdint>
 #include <iterator>
-#include <memory>
 
 namespace {
 
@@ -36,20 +35,16 @@ std::string StringUtils::FormatString(const char* format, ...) {
 
 std::string StringUtils::Hash(const void* a, unsigned long aLength, const void* b,
                               unsigned long bLength) {
-    // A digest crashes once libcrypto has shut down, which comes before some exit handlers.
-    if (!a || !b || !OPENSSL_init_crypto(0, nullptr))
+    if (!a || !b)
         return std::string();
-    const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(),
-                                                                          &EVP_MD_CTX_free);
-    std::array<unsigned char, EVP_MAX_MD_SIZE> digest;
-    unsigned length = 0;
-    if (!context || !EVP_DigestInit(context.get(), EVP_md5()) ||
-        !EVP_DigestUpdate(context.get(), a, aLength) ||
-        !EVP_DigestUpdate(context.get(), b, bLength) ||
-        !EVP_DigestFinal(context.get(), digest.data(), &length))
-        return std::string();
+    MD5_CTX context;
+    std::array<std::uint8_t, MD5_DIGEST_LENGTH> digest;
+    ::MD5Init(&context);
+    ::MD5Update(&context, static_cast<const std::uint8_t*>(a), aLength);
+    ::MD5Update(&context, static_cast<const std::uint8_t*>(b), bLength);
+    ::MD5Final(digest.data(), &context);
     std::string digits;
-    for (std::size_t i = 0; i < kHashDigits && i < length; ++i)
+    for (std::size_t i = 0; i < kHashDigits; ++i)
         digits.push_back(static_cast<char>('0' + digest[i] % 10));
     return digits;
 }
