@@ -3,9 +3,6 @@
 #include "Platform/Files.h"
 #include "Utility/src/StringUtils.h"
 
-#include <boost/algorithm/string/classification.hpp>
-#include <boost/algorithm/string/split.hpp>
-
 #include <optional>
 
 namespace {
@@ -84,7 +81,7 @@ std::string ConfigFileContainer::Text() const {
 
 std::uint32_t ConfigFileContainer::Update(const std::string& text) {
     std::vector<std::string> lines;
-    boost::algorithm::split(lines, text, boost::algorithm::is_any_of("\n"));
+    StringUtils::SplitStr(text, lines, "\n");
     std::string section;
     for (const std::string& line : lines)
         ProcessConfigLine(section, line);

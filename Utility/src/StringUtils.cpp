@@ -2,8 +2,6 @@
 
 #include "Platform/TextFormat.h"
 
-#include <boost/algorithm/string/replace.hpp>
-#include <boost/tokenizer.hpp>
 #include <md5.h>
 #include <utf8.h>
 
@@ -53,9 +51,13 @@ void StringUtils::SplitStr(const std::string& text, std::vector<std::string>& pa
                            const std::string& delimiters) {
     if (text.empty() || delimiters.empty())
         return;
-    const boost::char_separator<char> separator(delimiters.c_str());
-    const boost::tokenizer<boost::char_separator<char>> tokens(text, separator);
-    parts.assign(tokens.begin(), tokens.end());
+    parts.clear();
+    std::size_t end = 0;
+    for (std::size_t begin = text.find_first_not_of(delimiters); begin != std::string::npos;
+         begin = text.find_first_not_of(delimiters, end)) {
+        end = std::min(text.find_first_of(delimiters, begin), text.size());
+        parts.push_back(text.substr(begin, end - begin));
+    }
 }
 
 void StringUtils::ConvertStdStrVecToCFStrVec(const std::vector<std::string>& texts,
@@ -71,10 +73,13 @@ void StringUtils::ReleaseCFStrVec(std::vector<CFStringRef>& strings) {
 }
 
 std::string StringUtils::AsDocumentText(std::string_view text) {
-    std::string repaired;
-    utf8::replace_invalid(text.begin(), text.end(), std::back_inserter(repaired));
+    std::string repaired(EscapedRoom(text.size()), '\0');
+    const char* end = utf8::replace_invalid(text.begin(), text.end(), repaired.data());
+    repaired.resize(static_cast<std::size_t>(end - repaired.data()));
     for (std::string_view noncharacter : kNoncharacters)
-        boost::algorithm::replace_all(repaired, noncharacter, kReplacementCharacter);
+        for (std::size_t at = repaired.find(noncharacter); at != std::string::npos;
+             at = repaired.find(noncharacter, at))
+            repaired.replace(at, noncharacter.size(), kReplacementCharacter);
     return repaired;
 }
 
