@@ -27,6 +27,9 @@ inline constexpr char kLibraryBundleIdentifier[] = "com.norvale.vistra.LogSessio
 /// The running program's bundle; null when the system does not tell which program runs.
 CFBundleRef MainBundle();
 
+/// Where that bundle is, without a look at its information; empty when there is none.
+std::string MainBundleLocation();
+
 /// The loaded bundle with that identifier: the main bundle or this library. Else null.
 CFBundleRef LoadedBundle(const std::string& identifier);
 

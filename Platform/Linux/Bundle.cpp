@@ -7,6 +7,7 @@
 #include "Platform/Process.h"
 #include "Platform/ThreadAnnotations.h"
 
+#include <algorithm>
 #include <dlfcn.h>
 #include <filesystem>
 #include <link.h>
@@ -18,20 +19,22 @@ namespace Platform {
 namespace {
 
 constexpr char kIdentifierKey[] = "CFBundleIdentifier";
-constexpr char kInfoFile[] = "Info.plist";
+constexpr char kInfoFile[] = "/Info.plist";
+constexpr char kContents[] = "/Contents";
+constexpr char kPrograms[] = "/MacOS";
 
 /// An empty one for a file that is missing or not understood, and nothing for one that cannot be
 /// read just now.
-std::optional<PropertyList> ReadInfo(const fs::path& file) {
+std::optional<PropertyList> ReadInfo(const std::string& folder) {
     errno = 0;
-    const auto bytes = ReadFile(file.string(), kMaximumPropertyListBytes);
+    const auto bytes = ReadFile(folder + kInfoFile, kMaximumPropertyListBytes);
     if (!bytes && MayPass(errno))
         return std::nullopt;
     std::optional<PropertyList> info = bytes ? ParsePropertyList(*bytes) : std::nullopt;
     return info && info->AsDictionary() ? std::move(*info) : PropertyList();
 }
 
-CFBundleRef MakeBundle(const fs::path& location, std::optional<PropertyList> infoOrNothing) {
+CFBundleRef MakeBundle(std::string location, std::optional<PropertyList> infoOrNothing) {
     if (!infoOrNothing)
         return nullptr;
     PropertyList info = std::move(*infoOrNothing);
@@ -39,33 +42,44 @@ CFBundleRef MakeBundle(const fs::path& location, std::optional<PropertyList> inf
     const std::string* identifier = value ? value->AsString() : nullptr;
     std::string name = identifier ? *identifier : std::string();
     return std::make_shared<const Bundle>(
-        Bundle{location.string(), std::move(info), std::move(name)});
+        Bundle{std::move(location), std::move(info), std::move(name)});
 }
 
+/// The folder that holds the item of an absolute path.
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
+}
+
+/// Where a bundle and its information are; empty when it cannot be told.
+struct Place {
+    std::string location;
+    std::string infoFolder;
+};
+
 /// A program in X/Contents/MacOS belongs to the bundle X, any other one to its own folder.
-CFBundleRef BundleOfProgram(const fs::path& program) {
+Place PlaceOfMainBundle() {
+    const std::string program = CurrentProgramPath();
     if (program.empty())
-        return nullptr;
-    const fs::path folder = program.parent_path();
-    const fs::path contents = folder.parent_path();
-    if (folder.filename() == "MacOS" && contents.filename() == "Contents")
-        return MakeBundle(contents.parent_path(), ReadInfo(contents / kInfoFile));
-    return MakeBundle(folder, ReadInfo(folder / kInfoFile));
+        return {};
+    const std::string folder = FolderOf(program), contents = FolderOf(folder);
+    if (folder.ends_with(kPrograms) && contents.ends_with(kContents))
+        return {FolderOf(contents), contents};
+    return {folder, folder};
 }
 
 /// The file that this code was loaded from.
-fs::path FileOfThisCode() {
+std::string FileOfThisCode() {
     Dl_info file = {};
     void* entry = nullptr;
     if (::dladdr1(kLibraryBundleIdentifier, &file, &entry, RTLD_DL_LINKMAP) == 0)
-        return fs::path();
+        return std::string();
     const auto* loaded = static_cast<const link_map*>(entry);
     // A program that contains this code, and not a library, bears no name in the loader's list.
     if (!loaded || !loaded->l_name || *loaded->l_name == '\0')
         return CurrentProgramPath();
     std::error_code failure;
     const fs::path resolved = fs::canonical(loaded->l_name, failure);
-    return failure ? fs::path(loaded->l_name) : resolved;
+    return failure ? loaded->l_name : resolved.string();
 }
 
 CFBundleRef MakeLibraryBundle() {
@@ -73,7 +87,7 @@ CFBundleRef MakeLibraryBundle() {
     info.emplace(kIdentifierKey, PropertyList(std::string(kLibraryBundleIdentifier)));
     info.emplace("CFBundleVersion", PropertyList(std::string(kLibraryVersion)));
     info.emplace("CFBundleShortVersionString", PropertyList(std::string(kLibraryVersion)));
-    return MakeBundle(FileOfThisCode().parent_path(), PropertyList(std::move(info)));
+    return MakeBundle(FolderOf(FileOfThisCode()), PropertyList(std::move(info)));
 }
 
 CFBundleRef LibraryBundle() {
@@ -90,8 +104,13 @@ CFBundleRef MainBundle() {
     static CFBundleRef& bundle = *new CFBundleRef;
     const ScopedLock lock(mutex);
     if (!bundle) // for as long as its path or its information cannot be told
-        bundle = BundleOfProgram(CurrentProgramPath());
+        if (Place place = PlaceOfMainBundle(); !place.location.empty())
+            bundle = MakeBundle(std::move(place.location), ReadInfo(place.infoFolder));
     return bundle;
+}
+
+std::string MainBundleLocation() {
+    return PlaceOfMainBundle().location;
 }
 
 CFBundleRef LoadedBundle(const std::string& identifier) {
@@ -108,9 +127,8 @@ CFBundleRef BundleAtPath(const std::string& path) {
         return nullptr;
     if (!location.has_filename() && location.has_relative_path())
         location = location.parent_path();
-    const fs::path contents = location / "Contents";
-    const bool isFlat = !fs::is_directory(contents, failure);
-    return MakeBundle(location, ReadInfo((isFlat ? location : contents) / kInfoFile));
+    const std::string folder = location.string(), contents = folder + kContents;
+    return MakeBundle(folder, ReadInfo(fs::is_directory(contents, failure) ? contents : folder));
 }
 
 } // namespace Platform

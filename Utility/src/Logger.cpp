@@ -8,7 +8,6 @@
 #include "Utility/src/Mac/UserFolderUtils.h"
 
 #include <exception>
-#include <iostream>
 #include <new>
 
 namespace {
@@ -101,15 +100,15 @@ void Logger::Note(LevelFunction log, std::initializer_list<std::string_view> mes
 }
 
 void Logger::Log(const std::string& level, const std::string& value, const std::string& detail) {
-    if (!m_stream.good())
+    if (!m_stream || !m_stream->good())
         return;
     std::string line = "[" + level + "] | PID:";
     line += Converters::NumberToString(LoggerUtil::GetProcessID());
     line += " | TIME:" + LoggerUtil::CalcTime();
     line += " | VALUE:" + value;
     line += " | DETAIL:" + detail + "\n";
-    m_stream.write(line.data(), static_cast<std::streamsize>(line.size()));
-    m_stream.flush();
+    m_stream->write(line.data(), static_cast<std::streamsize>(line.size()));
+    m_stream->flush();
 }
 
 std::string Logger::GetCodeInfo(const std::string& file, long line) {
@@ -130,8 +129,6 @@ Logger* Logger::GetLogger(const std::string& name) noexcept {
     }
     return logger;
 }
-
-NULLLogger::NULLLogger() : Logger(std::cout, false) {}
 
 NULLLogger* NULLLogger::Static() noexcept {
     alignas(NULLLogger) static unsigned char storage[sizeof(NULLLogger)];

@@ -16,7 +16,7 @@ class Logger : public GlobalItem {
 public:
     class LoggerFile;
 
-    explicit Logger(std::ostream& stream) : Logger(stream, true) {}
+    explicit Logger(std::ostream& stream) : m_stream(&stream) {}
 
     virtual void LogFatal(const std::string& message, const std::string& detail);
     virtual void LogError(const std::string& message, const std::string& detail);
@@ -30,11 +30,12 @@ public:
     virtual void LogDebug(const std::string& message, const std::string& file, long line);
     virtual void LogInfo(const std::string& message, const std::string& file, long line);
 
-    /// Writes one line and flushes it; nothing while the stream is in a failed state.
+    /// Writes one line and flushes it; nothing while the stream is in a failed state, or without
+    /// one.
     virtual void Log(const std::string& level, const std::string& value, const std::string& detail);
 
     /// Whether a line would be written; lets callers spare composing one.
-    bool IsEnabled() const { return m_isEnabled; }
+    bool IsEnabled() const { return m_stream != nullptr; }
 
     // How the library itself logs: a message in parts, put together only when the log is on. The
     // line is lost when memory runs out, for what it tells of must not fail by it.
@@ -51,22 +52,20 @@ public:
     static std::string GetCodeInfo(const std::string& file, long line);
 
 protected:
-    Logger(std::ostream& stream, bool isEnabled) : m_stream(stream), m_isEnabled(isEnabled) {}
+    /// Over no stream: even the standard ones would have to be made ready in every host.
+    Logger() = default;
 
 private:
     using LevelFunction = void (Logger::*)(const std::string&, const std::string&, long);
     void Note(LevelFunction log, std::initializer_list<std::string_view> message, const char* file,
               long line) noexcept;
 
-    std::ostream& m_stream;
-    const bool m_isEnabled; // no virtual function: every call of a host asks, mostly in vain
+    std::ostream* m_stream = nullptr;
 };
 
 /// A logger that does nothing.
 class NULLLogger : public Logger {
 public:
-    NULLLogger();
-
     void LogFatal(const std::string&, const std::string&) override {}
     void LogError(const std::string&, const std::string&) override {}
     void LogWarning(const std::string&, const std::string&) override {}

@@ -1,14 +1,13 @@
 #include "Utility/src/LoggerUtil.h"
 
+#include "Platform/Bundle.h"
 #include "Platform/Files.h"
 #include "Platform/Process.h"
-#include "Utility/src/Mac/CFBundleUtil.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/StringUtils.h"
 #include "Utility/src/TimeUtils.h"
 
 #include <optional>
-#include <sstream>
 
 namespace {
 
@@ -34,9 +33,8 @@ std::string LoggerUtil::GetConfigFilePath() {
 }
 
 std::string LoggerUtil::GetModulePath() {
-    const CFBundleRef bundle = CFBundleUtil::GetMainBundle();
-    return bundle ? FileSystemUtils::AppendPathElement(CFBundleUtil::GetBundleLocaton(bundle))
-                  : std::string();
+    const std::string location = Platform::MainBundleLocation();
+    return location.empty() ? location : FileSystemUtils::AppendPathElement(location);
 }
 
 bool LoggerUtil::DoesPathExist(const std::string& path) {
@@ -48,9 +46,12 @@ bool LoggerUtil::GetAppendTag(const std::string& configPath) {
 }
 
 std::string LoggerUtil::GetConfigValue(const std::string& configPath, const std::string& key) {
-    std::istringstream content(ReadWritableFile(configPath).value_or(""));
+    std::vector<std::string> lines;
+    StringUtils::SplitStr(ReadWritableFile(configPath).value_or(""), lines, "\n");
     std::string value;
-    for (std::string line; std::getline(content, line) && line.size() <= kMaximumLineBytes;) {
+    for (const std::string& line : lines) {
+        if (line.size() > kMaximumLineBytes)
+            break;
         std::vector<std::string> tokens;
         SplitString(line, tokens, kConfigDelimiters);
         if (tokens.size() >= 2 && tokens[0] == key)
