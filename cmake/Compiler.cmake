@@ -33,7 +33,7 @@ if(VISTRA_SANITIZE)
   add_link_options(-fsanitize=${VISTRA_SANITIZE})
 endif()
 
-# The third level adds size and no speed that could be measured.
+# The third level adds a third to the size, and speed only where records are transformed; see there.
 string(REPLACE "-O3" "-O2" CMAKE_CXX_FLAGS_RELEASE "${CMAKE_CXX_FLAGS_RELEASE}")
 string(REPLACE "-O3" "-O2" CMAKE_C_FLAGS_RELEASE "${CMAKE_C_FLAGS_RELEASE}")
 
