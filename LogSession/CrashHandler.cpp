@@ -11,7 +11,8 @@
 #include "Utility/src/PreferenceKeys.h"
 
 #include <algorithm>
-#include <tuple>
+#include <compare>
+#include <functional>
 
 namespace CrashHandlingSpace {
 
@@ -27,11 +28,9 @@ constexpr std::size_t kKeptMarkers = 50;
 /// A marker of the folder. Those of one second are ordered by path, so that two processes that
 /// prune at once choose the same ones.
 struct FileStat {
-    std::string path;
     std::uint64_t modified = 0; ///< seconds since 1970
-    bool operator<(const FileStat& other) const {
-        return std::tie(modified, path) < std::tie(other.modified, other.path);
-    }
+    std::string path;
+    auto operator<=>(const FileStat&) const = default;
 };
 
 /// Finds the folder of the markers and creates it. 0, -1 when the user has no Library folder, -2
@@ -65,13 +64,14 @@ void PruneMarkers(const std::string& dir) {
         return;
     std::vector<FileStat> files;
     for (std::string& path : paths) {
-        FileStat& file = files.emplace_back(FileStat{std::move(path)});
+        FileStat& file = files.emplace_back(FileStat{0, std::move(path)});
         FileSystemUtils::GetFileLastModifiedTime(file.path, file.modified);
     }
-    std::ranges::sort(files, std::less());
-    files.resize(files.size() - kKeptMarkers);
-    for (const FileStat& file : files)
-        FileSystemUtils::DeleteLocalFile(file.path);
+    std::make_heap(files.begin(), files.end(), std::greater());
+    for (; files.size() > kKeptMarkers; files.pop_back()) {
+        std::pop_heap(files.begin(), files.end(), std::greater());
+        FileSystemUtils::DeleteLocalFile(files.back().path);
+    }
 }
 
 } // namespace

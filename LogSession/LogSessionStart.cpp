@@ -16,7 +16,7 @@ using namespace RecordNames;
 
 namespace {
 
-using Facts = std::vector<std::pair<const char*, std::string>>;
+using Facts = std::initializer_list<std::pair<const char*, std::string>>;
 
 /// Writes a standard group with a record for each fact; returns its number.
 int WriteGroup(LogSession& session, const char* name, const Facts& facts) {

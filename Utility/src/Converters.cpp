@@ -4,11 +4,20 @@
 #include <charconv>
 #include <limits>
 
-template <class Number>
-std::string Converters::NumberToString(Number value) {
-    char digits[std::numeric_limits<Number>::digits10 + 3];
+namespace {
+
+/// Of a type that holds every number of the others, so that the code for it is there once.
+std::string DecimalText(long long value) {
+    char digits[std::numeric_limits<long long>::digits10 + 3];
     const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
     return std::string(digits, end);
+}
+
+} // namespace
+
+template <class Number>
+std::string Converters::NumberToString(Number value) {
+    return DecimalText(value);
 }
 
 template std::string Converters::NumberToString<int>(int);

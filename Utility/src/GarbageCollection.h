@@ -18,14 +18,16 @@ class GarbageCollection {
 public:
     /// A new copy of the string, registered.
     static std::string* CreateGlobalStr(const std::string& text) {
-        return Register(std::make_unique<std::string>(text), Instance()->m_strings);
+        return Register(std::make_unique<std::string>(text));
     }
 
     /// A new object made of the arguments, registered.
     template <class Object, class... Arguments>
     static Object* CreateGlobalObj(Arguments&&... arguments) {
-        return Register(std::make_unique<Object>(std::forward<Arguments>(arguments)...),
-                        Instance()->m_objects);
+        auto object = std::make_unique<Object>(std::forward<Arguments>(arguments)...);
+        Object* const registered = object.get();
+        Register(std::move(object));
+        return registered;
     }
 
     /// Adds the pointer to the list unless it is null or already there.
@@ -47,11 +49,8 @@ public:
     static GarbageCollection* pGC;
 
 private:
-    template <class Object, class Item>
-    static Object* Register(std::unique_ptr<Object> object, std::vector<Item*>& list) {
-        PushGlobalValue<Item>(object.get(), list);
-        return object.release();
-    }
+    static std::string* Register(std::unique_ptr<std::string> text);
+    static void Register(std::unique_ptr<GlobalItem> object);
 
     std::vector<std::string*> m_strings;
     std::vector<GlobalItem*> m_objects;

@@ -112,7 +112,7 @@ void Logger::Log(const std::string& level, const std::string& value, const std::
 }
 
 std::string Logger::GetCodeInfo(const std::string& file, long line) {
-    return "File:" + file + " LINE:" + std::to_string(line);
+    return "File:" + file + " LINE:" + Converters::NumberToString(line);
 }
 
 Logger* Logger::GetLogger(const std::string& name) noexcept {

@@ -24,7 +24,7 @@ public:
         ;
 
     /// Seven decimal digits made of the MD5 digest of the bytes at `a` followed by those at `b`.
-    /// Empty when either is null or the digest cannot be made.
+    /// Empty when either is null.
     static std::string Hash(const void* a, unsigned long aLength, const void* b,
                             unsigned long bLength);
 

@@ -6,17 +6,13 @@
 #include "Platform/UserFolders.h"
 #include "Utility/src/Mac/DataConversions.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <functional>
-#include <memory>
+#include <optional>
 #include <system_error>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-using NameTest = std::function<bool(const std::string&)>;
 
 /// What stands at the path itself, a link not followed; file_type::none when that cannot be told.
 fs::file_type ItemTypeOf(const std::string& path) {
@@ -43,13 +39,14 @@ bool MakeRoomForFolder(const std::string& path) {
 /// destroy the source, or the copy would hold itself.
 bool DoOverlap(const std::string& source, const std::string& destination) {
     std::error_code error;
-    const fs::path from = fs::canonical(source, error);
+    const fs::path item = fs::canonical(source, error);
     const fs::path target =
         fs::absolute(FileSystemUtils::RightTrimPathByDelimiter(destination), error);
     // A link at the destination is replaced itself, so only the way to it is resolved.
-    const fs::path to = fs::weakly_canonical(target.parent_path(), error) / target.filename();
-    const auto rest = std::mismatch(from.begin(), from.end(), to.begin(), to.end());
-    return rest.first == from.end() || rest.second == to.end();
+    const fs::path copy = fs::weakly_canonical(target.parent_path(), error) / target.filename();
+    const std::string from = FileSystemUtils::AppendPathElement(item.string()),
+                      to = FileSystemUtils::AppendPathElement(copy.string());
+    return from.starts_with(to) || to.starts_with(from);
 }
 
 bool CopyEntry(const fs::directory_entry& entry, const fs::path& destination) {
@@ -101,12 +98,20 @@ std::string WildcardExpression(const std::string& pattern) {
 }
 
 /// Tells which names a pattern condemns; see DeleteFiles.
-NameTest DeletionTest(const std::string& pattern) {
-    if (pattern.find_first_of("*?") == std::string::npos)
-        return [pattern](const std::string& name) { return !name.starts_with(pattern); };
-    auto expression = std::make_shared<Platform::RegularExpression>(WildcardExpression(pattern));
-    return [expression](const std::string& name) { return expression->Matches(name); };
-}
+class DeletionTest {
+public:
+    explicit DeletionTest(const std::string& pattern) : m_pattern(pattern) {
+        if (pattern.find_first_of("*?") != std::string::npos)
+            m_expression.emplace(WildcardExpression(pattern));
+    }
+    bool Condemns(const std::string& name) const {
+        return m_expression ? m_expression->Matches(name) : !name.starts_with(m_pattern);
+    }
+
+private:
+    const std::string& m_pattern;
+    std::optional<Platform::RegularExpression> m_expression; ///< of a pattern with wildcards
+};
 
 std::string QuotedForShell(const std::string& text) {
     std::string quoted = "'";
@@ -195,9 +200,9 @@ void FileSystemUtils::DeleteFiles(const std::string& folder, const std::string& 
     std::vector<std::string> files;
     GetFilesInDirectory(folder, files, recursive);
     const std::size_t prefix = AppendPathElement(RightTrimPathByDelimiter(folder)).size();
-    const NameTest isCondemned = DeletionTest(pattern);
+    const DeletionTest test(pattern);
     for (const std::string& file : files)
-        if (!IsMacSystemFile(file) && isCondemned(file.substr(prefix)))
+        if (!IsMacSystemFile(file) && test.Condemns(file.substr(prefix)))
             DeleteLocalFile(file);
 }
 
