@@ -84,9 +84,9 @@ std::string FileOfThisCode() {
 
 CFBundleRef MakeLibraryBundle() {
     PropertyList::Dictionary info;
-    info.emplace(kIdentifierKey, PropertyList(std::string(kLibraryBundleIdentifier)));
-    info.emplace("CFBundleVersion", PropertyList(std::string(kLibraryVersion)));
-    info.emplace("CFBundleShortVersionString", PropertyList(std::string(kLibraryVersion)));
+    info[kIdentifierKey] = PropertyList(std::string(kLibraryBundleIdentifier));
+    info["CFBundleVersion"] = PropertyList(std::string(kLibraryVersion));
+    info["CFBundleShortVersionString"] = PropertyList(std::string(kLibraryVersion));
     return MakeBundle(FolderOf(FileOfThisCode()), PropertyList(std::move(info)));
 }
 

@@ -4,9 +4,6 @@
 #include "Platform/Linux/EnvironmentFolders.h"
 #include "Platform/Linux/SystemText.h"
 
-#include <algorithm>
-#include <sstream>
-
 namespace Platform {
 
 namespace {
@@ -19,11 +16,8 @@ constexpr std::uint64_t kMaximumBytes = 1 << 20;
 /// The first program of a list that its separators end.
 std::string_view FirstProgram(std::string_view list) {
     std::string_view first;
-    while (first.empty() && !list.empty()) {
-        const std::size_t end = std::min(list.find(';'), list.size());
-        first = Trimmed(list.substr(0, end));
-        list.remove_prefix(std::min(end + 1, list.size()));
-    }
+    while (first.empty() && !list.empty())
+        first = Trimmed(TakeUntil(';', list));
     return first;
 }
 
@@ -38,9 +32,9 @@ void AppendHandler(std::string_view line, PropertyList::Array& handlers) {
     if (program.empty() || !IsPlainText(program) || !IsPlainText(scheme))
         return;
     PropertyList::Dictionary handler;
-    handler.emplace(kHandlerScheme, PropertyList(scheme));
-    handler.emplace(kHandlerProgram, PropertyList(program));
-    handlers.emplace_back(std::move(handler));
+    handler[kHandlerScheme] = PropertyList(scheme);
+    handler[kHandlerProgram] = PropertyList(program);
+    handlers.push_back(PropertyList(std::move(handler)));
 }
 
 } // namespace
@@ -51,10 +45,9 @@ std::optional<PropertyList> DefaultHandlers() {
     if (!text)
         return std::nullopt;
     PropertyList::Array handlers;
-    std::istringstream lines(*text);
     bool isChosen = false;
-    for (std::string read; std::getline(lines, read);) {
-        const std::string_view line = Trimmed(read);
+    for (std::string_view lines = *text; !lines.empty();) {
+        const std::string_view line = Trimmed(TakeUntil('\n', lines));
         if (line.starts_with('['))
             isChosen = line == kChosenSection;
         else if (isChosen)

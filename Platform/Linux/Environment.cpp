@@ -1,8 +1,9 @@
 #include "Platform/Linux/Environment.h"
 
+#include "Platform/Linux/SystemText.h"
+
 #include <array>
 #include <cstdlib>
-#include <sstream>
 #include <unistd.h>
 
 namespace Platform {
@@ -14,10 +15,10 @@ std::string Variable(const char* name) {
 
 std::vector<std::string> ListVariable(const char* name) {
     std::vector<std::string> entries;
-    std::istringstream list(Variable(name));
-    for (std::string entry; std::getline(list, entry, ':');)
-        if (!entry.empty())
-            entries.push_back(std::move(entry));
+    const std::string value = Variable(name);
+    for (std::string_view list = value; !list.empty();)
+        if (const std::string_view entry = TakeUntil(':', list); !entry.empty())
+            entries.push_back(std::string(entry));
     return entries;
 }
 

@@ -69,7 +69,7 @@ std::vector<std::string> SharedConfigFolders() {
         if (const std::string folder = AbsoluteOrNothing(entry); !folder.empty())
             folders.push_back(folder);
     if (std::find(folders.begin(), folders.end(), kSystemConfigFolder) == folders.end())
-        folders.emplace_back(kSystemConfigFolder);
+        folders.push_back(kSystemConfigFolder);
     return folders;
 }
 
@@ -77,15 +77,15 @@ bool CreateFolderWithParents(const std::string& path) {
     std::error_code failure;
     if (std::filesystem::is_directory(path, failure))
         return true;
-    std::vector<std::filesystem::path> missing;
-    std::filesystem::path folder = path;
-    for (; !std::filesystem::exists(folder, failure) && folder.has_relative_path();
-         folder = folder.parent_path())
-        missing.push_back(folder);
-    for (auto next = missing.rbegin(); next != missing.rend(); ++next)
-        if (!CreateFolder(next->string(), next->parent_path().string()))
+    std::string parent = "/";
+    for (std::size_t end = 0; end < path.size();) {
+        end = std::min(path.find('/', end + 1), path.size());
+        const std::string folder = path.substr(0, end);
+        if (!CreateFolder(folder, parent))
             return false;
-    return std::filesystem::is_directory(path, failure);
+        parent = folder;
+    }
+    return true;
 }
 
 } // namespace Platform

@@ -18,6 +18,13 @@ inline std::string_view Trimmed(std::string_view text) {
     return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
+/// Takes the part before the separator, or all of it, off the text's start, the separator too.
+inline std::string_view TakeUntil(char separator, std::string_view& text) {
+    const std::string_view part = text.substr(0, text.find(separator));
+    text.remove_prefix(std::min(part.size() + 1, text.size()));
+    return part;
+}
+
 /// Whether it is UTF-8 without control characters, which no document may hold.
 inline bool IsPlainText(std::string_view text) {
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };

@@ -28,9 +28,9 @@ PropertyList::Array Languages() {
     PropertyList::Array languages;
     for (const std::string& entry : ListVariable("LANGUAGE"))
         if (std::string language = LanguageOf(entry); !language.empty())
-            languages.emplace_back(std::move(language));
+            languages.push_back(PropertyList(std::move(language)));
     if (std::string locale = MessageLocale(); languages.empty() && !locale.empty())
-        languages.emplace_back(std::move(locale));
+        languages.push_back(PropertyList(std::move(locale)));
     return languages;
 }
 
