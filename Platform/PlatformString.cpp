@@ -1,5 +1,6 @@
 #include "Platform/PlatformString.h"
 
+#include <algorithm>
 #include <utf8.h>
 
 namespace Platform {
@@ -12,8 +13,9 @@ void ReleaseString(const String* string) {
     delete string;
 }
 
-bool IsValidUtf8(const std::string& bytes) {
-    return utf8::is_valid(bytes.begin(), bytes.end());
+bool IsValidUtf8(std::string_view bytes) {
+    const auto isBeyondAscii = [](char c) { return static_cast<signed char>(c) < 0; };
+    return utf8::is_valid(std::find_if(bytes.begin(), bytes.end(), isBeyondAscii), bytes.end());
 }
 
 } // namespace Platform

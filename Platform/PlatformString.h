@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace Platform {
 
@@ -17,7 +18,7 @@ const String* CreateString(const std::string& utf8);
 void ReleaseString(const String* string);
 
 /// Whether `bytes` are valid UTF-8.
-bool IsValidUtf8(const std::string& bytes);
+bool IsValidUtf8(std::string_view bytes);
 
 } // namespace Platform
 

@@ -28,7 +28,7 @@ inline std::string_view TakeUntil(char separator, std::string_view& text) {
 /// Whether it is UTF-8 without control characters, which no document may hold.
 inline bool IsPlainText(std::string_view text) {
     const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
-    return std::none_of(text.begin(), text.end(), isControl) && IsValidUtf8(std::string(text));
+    return std::none_of(text.begin(), text.end(), isControl) && IsValidUtf8(text);
 }
 
 } // namespace Platform

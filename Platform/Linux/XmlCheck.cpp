@@ -101,7 +101,7 @@ private:
 } // namespace
 
 bool IsHarmlessXml(std::string_view text) {
-    return text.find('\0') == std::string_view::npos && IsValidUtf8(std::string(text)) &&
+    return text.find('\0') == std::string_view::npos && IsValidUtf8(text) &&
            MarkupScan(text).StaysWithinLimits();
 }
 
