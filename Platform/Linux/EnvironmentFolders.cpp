@@ -35,20 +35,25 @@ std::string HomeFromPasswordDatabase() {
 }
 
 std::string UserFolder(const char* variable, const char* belowHome) {
-    std::string named = AbsoluteOrNothing(Variable(variable));
-    if (!named.empty())
-        return named;
-    const std::string home = HomeFolder();
-    if (home.empty())
-        return home;
-    return home + (home.ends_with('/') ? "" : "/") + belowHome;
+    std::string folder = AbsoluteOrNothing(Variable(variable));
+    if (!folder.empty())
+        return folder;
+    folder = HomeFolder();
+    if (folder.empty())
+        return folder;
+    if (!folder.ends_with('/'))
+        folder += '/';
+    folder += belowHome;
+    return folder;
 }
 
 } // namespace
 
 std::string HomeFolder() {
-    const std::string home = AbsoluteOrNothing(Variable("HOME"));
-    return home.empty() ? AbsoluteOrNothing(HomeFromPasswordDatabase()) : home;
+    std::string home = AbsoluteOrNothing(Variable("HOME"));
+    if (home.empty())
+        home = AbsoluteOrNothing(HomeFromPasswordDatabase());
+    return home;
 }
 
 std::string ConfigHome() {

@@ -48,22 +48,22 @@ std::string ThisMachine() {
 }
 
 std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRef host) {
-    const std::string folder = ConfigHome();
-    if (folder.empty())
+    std::string path = ConfigHome();
+    if (path.empty())
         return std::nullopt;
-    std::string path = folder + kFolder;
+    path += kFolder;
     if (host == kCFPreferencesCurrentHost) {
         const std::string machine = ThisMachine();
         if (machine.empty())
             return std::nullopt;
-        path += "ByHost/" + domain + "." + machine;
+        path.append("ByHost/").append(domain).append(".").append(machine);
     } else {
         path += domain;
     }
     path += kExtension;
     PreferencePaths paths;
-    paths.search = {path};
-    paths.target = path;
+    paths.search.push_back(path);
+    paths.target = std::move(path);
     return paths;
 }
 
@@ -78,16 +78,19 @@ PreferencePaths PathsOfEverybody(const std::string& domain) {
 
 } // namespace
 
+bool CanNamePreferences(CFStringRef domain, CFStringRef user, CFStringRef host) {
+    return domain && CanNameFile(domain->utf8) &&
+           (user == kCFPreferencesCurrentUser || user == kCFPreferencesAnyUser) &&
+           (host == kCFPreferencesCurrentHost || host == kCFPreferencesAnyHost);
+}
+
 std::optional<PreferencePaths> FindPreferences(CFStringRef domain, CFStringRef user,
                                                CFStringRef host) {
-    const bool knownHost = host == kCFPreferencesCurrentHost || host == kCFPreferencesAnyHost;
-    if (!domain || !CanNameFile(domain->utf8) || !knownHost)
+    if (!CanNamePreferences(domain, user, host))
         return std::nullopt;
     if (user == kCFPreferencesCurrentUser)
         return PathsOfUser(domain->utf8, host);
-    if (user == kCFPreferencesAnyUser)
-        return PathsOfEverybody(domain->utf8);
-    return std::nullopt;
+    return PathsOfEverybody(domain->utf8);
 }
 
 std::string MachineName(const std::string& machineIdFile) {

@@ -16,8 +16,10 @@ struct PreferencePaths {
     mode_t permissions = 0600;       ///< of a new target
 };
 
-/// Nothing for a null argument, an unknown scope, a domain that cannot name a file, or when the
-/// user has no home folder.
+/// False for a null argument, an unknown scope, and a domain that cannot name a file.
+bool CanNamePreferences(CFStringRef domain, CFStringRef user, CFStringRef host);
+
+/// Nothing for what can name no preferences, and when the user has no home folder.
 std::optional<PreferencePaths> FindPreferences(CFStringRef domain, CFStringRef user,
                                                CFStringRef host);
 

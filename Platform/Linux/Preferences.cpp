@@ -102,7 +102,7 @@ bool AddPreferenceValue(CFStringRef key, PropertyList& value, CFStringRef domain
 
 bool SynchronizePreferences(CFStringRef domain, CFStringRef user, CFStringRef host) {
     // Every read looks at the files of the moment, and every write has put its file in place.
-    return FindPreferences(domain, user, host).has_value();
+    return CanNamePreferences(domain, user, host);
 }
 
 } // namespace Platform
