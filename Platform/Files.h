@@ -69,6 +69,12 @@ struct FolderEntry {
 /// listed; entries that cannot be read any more are left out.
 std::optional<std::vector<FolderEntry>> ListFolder(const std::string& path);
 
+enum class ItemType { Missing, Folder, Other, Unknown };
+
+/// What the path leads to, links followed. Unknown for a path that names nothing, and for an item
+/// that cannot be looked at.
+ItemType TypeOfItem(const std::string& path);
+
 /// A point in time since 1970, to the nanosecond.
 struct FileTime {
     std::int64_t seconds = 0;

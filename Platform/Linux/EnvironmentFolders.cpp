@@ -79,8 +79,7 @@ std::vector<std::string> SharedConfigFolders() {
 }
 
 bool CreateFolderWithParents(const std::string& path) {
-    std::error_code failure;
-    if (std::filesystem::is_directory(path, failure))
+    if (TypeOfItem(path) == ItemType::Folder)
         return true;
     std::string parent = "/";
     for (std::size_t end = 0; end < path.size();) {

@@ -1,5 +1,6 @@
 #include "Platform/Files.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
@@ -11,6 +12,16 @@ namespace {
 constexpr std::uint64_t kBlockBytes = 512; // the unit of st_blocks, whatever the file system's
 
 } // namespace
+
+ItemType TypeOfItem(const std::string& path) {
+    // The system would read only the part before a NUL, which names something else.
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return ItemType::Unknown;
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) == 0)
+        return S_ISDIR(status.st_mode) ? ItemType::Folder : ItemType::Other;
+    return errno == ENOENT || errno == ENOTDIR ? ItemType::Missing : ItemType::Unknown;
+}
 
 std::optional<FileTime> ModificationTime(const std::string& path) {
     struct stat status = {};

@@ -1,8 +1,7 @@
 #include "Platform/UserFolders.h"
 
+#include "Platform/Files.h"
 #include "Platform/Linux/EnvironmentFolders.h"
-
-#include <filesystem>
 
 namespace Platform {
 
@@ -23,9 +22,8 @@ std::string FolderOfType(std::uint32_t type) {
 
 bool FindFolder(std::int16_t domain, std::uint32_t type, bool create, FSRef& folder) {
     const std::string path = domain == kUserDomain ? FolderOfType(type) : std::string();
-    std::error_code failure;
     if (path.empty() ||
-        !(create ? CreateFolderWithParents(path) : std::filesystem::is_directory(path, failure)))
+        !(create ? CreateFolderWithParents(path) : TypeOfItem(path) == ItemType::Folder))
         return false;
     folder.path = path;
     return true;

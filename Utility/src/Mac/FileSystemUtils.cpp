@@ -8,19 +8,11 @@
 #include <system_error>
 
 namespace fs = std::filesystem;
+using Platform::ItemType;
 
 namespace {
 
 constexpr char kDelimiter = '/';
-
-/// What the path leads to, links followed; file_type::none when that cannot be told.
-fs::file_type TypeOf(const std::string& path) {
-    // The system would read only the part before a NUL, which names something else.
-    if (path.empty() || path.find('\0') != std::string::npos)
-        return fs::file_type::none;
-    std::error_code ignored;
-    return fs::status(path, ignored).type();
-}
 
 bool AddSize(const std::string& path, std::uint64_t& logical, std::uint64_t& physical) {
     const std::optional<Platform::FileSize> size = Platform::SizeOfItem(path);
@@ -110,16 +102,16 @@ std::string FileSystemUtils::AppendPathElement(const std::string& path) {
 }
 
 bool FileSystemUtils::DoesPathExist(const std::string& path) {
-    const fs::file_type type = TypeOf(path);
-    return type != fs::file_type::none && type != fs::file_type::not_found;
+    const ItemType type = Platform::TypeOfItem(path);
+    return type == ItemType::Folder || type == ItemType::Other;
 }
 
 bool FileSystemUtils::IsPathMissing(const std::string& path) {
-    return TypeOf(path) == fs::file_type::not_found;
+    return Platform::TypeOfItem(path) == ItemType::Missing;
 }
 
 bool FileSystemUtils::IsDirectory(const std::string& path) {
-    return TypeOf(path) == fs::file_type::directory;
+    return Platform::TypeOfItem(path) == ItemType::Folder;
 }
 
 bool FileSystemUtils::IsMacSystemFile(const std::string& path) {
