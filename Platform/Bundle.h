@@ -10,7 +10,7 @@ namespace Platform {
 /// A program or library folder with its information dictionary.
 struct Bundle {
     std::string location;   ///< absolute path, no trailing delimiter
-    PropertyList info;      ///< an empty dictionary where there is no readable Info.plist
+    CFPropertyListRef info; ///< never null; empty where there is no readable Info.plist
     std::string identifier; ///< empty where the dictionary has no string identifier
 };
 
@@ -33,7 +33,7 @@ std::string MainBundleLocation();
 /// The loaded bundle with that identifier: the main bundle or this library. Else null.
 CFBundleRef LoadedBundle(const std::string& identifier);
 
-/// The bundle at a folder, read anew at each call. Returns null when there is no such folder.
+/// The bundle at a folder, as it is now. Returns null when there is no such folder.
 CFBundleRef BundleAtPath(const std::string& path);
 
 } // namespace Platform

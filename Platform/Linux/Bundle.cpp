@@ -3,7 +3,7 @@
 #include "LibraryInfo.h"
 #include "Platform/Files.h"
 #include "Platform/Linux/Descriptor.h"
-#include "Platform/Linux/PropertyListFile.h"
+#include "Platform/Linux/FileCache.h"
 #include "Platform/Process.h"
 #include "Platform/ThreadAnnotations.h"
 
@@ -23,26 +23,19 @@ constexpr char kInfoFile[] = "/Info.plist";
 constexpr char kContents[] = "/Contents";
 constexpr char kPrograms[] = "/MacOS";
 
-/// An empty one for a file that is missing or not understood, and nothing for one that cannot be
-/// read just now.
-std::optional<PropertyList> ReadInfo(const std::string& folder) {
-    errno = 0;
-    const auto bytes = ReadFile(folder + kInfoFile, kMaximumPropertyListBytes);
-    if (!bytes && MayPass(errno))
-        return std::nullopt;
-    std::optional<PropertyList> info = bytes ? ParsePropertyList(*bytes) : std::nullopt;
-    return info && info->AsDictionary() ? std::move(*info) : PropertyList();
-}
-
-CFBundleRef MakeBundle(std::string location, std::optional<PropertyList> infoOrNothing) {
-    if (!infoOrNothing)
-        return nullptr;
-    PropertyList info = std::move(*infoOrNothing);
-    const PropertyList* value = info.Find(kIdentifierKey);
+CFBundleRef MakeBundle(std::string location, CFPropertyListRef info) {
+    const PropertyList* value = info->Find(kIdentifierKey);
     const std::string* identifier = value ? value->AsString() : nullptr;
     std::string name = identifier ? *identifier : std::string();
     return std::make_shared<const Bundle>(
         Bundle{std::move(location), std::move(info), std::move(name)});
+}
+
+/// Null when the information is there but cannot be read just now.
+CFBundleRef MakeBundle(std::string location, FileState info) {
+    if (MayPass(info.reason))
+        return nullptr;
+    return MakeBundle(std::move(location), std::move(info.values));
 }
 
 /// The folder that holds the item of an absolute path.
@@ -87,7 +80,8 @@ CFBundleRef MakeLibraryBundle() {
     info[kIdentifierKey] = PropertyList(std::string(kLibraryBundleIdentifier));
     info["CFBundleVersion"] = PropertyList(std::string(kLibraryVersion));
     info["CFBundleShortVersionString"] = PropertyList(std::string(kLibraryVersion));
-    return MakeBundle(FolderOf(FileOfThisCode()), PropertyList(std::move(info)));
+    return MakeBundle(FolderOf(FileOfThisCode()),
+                      std::make_shared<const PropertyList>(std::move(info)));
 }
 
 CFBundleRef LibraryBundle() {
@@ -105,7 +99,8 @@ CFBundleRef MainBundle() {
     const ScopedLock lock(mutex);
     if (!bundle) // for as long as its path or its information cannot be told
         if (Place place = PlaceOfMainBundle(); !place.location.empty())
-            bundle = MakeBundle(std::move(place.location), ReadInfo(place.infoFolder));
+            bundle = MakeBundle(std::move(place.location),
+                                ReadDictionaryFile(place.infoFolder + kInfoFile));
     return bundle;
 }
 
@@ -121,14 +116,21 @@ CFBundleRef LoadedBundle(const std::string& identifier) {
 }
 
 CFBundleRef BundleAtPath(const std::string& path) {
-    std::error_code failure;
-    fs::path location = fs::absolute(path, failure).lexically_normal();
-    if (path.empty() || !fs::is_directory(location, failure))
+    if (path.empty())
         return nullptr;
-    if (!location.has_filename() && location.has_relative_path())
-        location = location.parent_path();
-    const std::string folder = location.string(), contents = folder + kContents;
-    return MakeBundle(folder, ReadInfo(fs::is_directory(contents, failure) ? contents : folder));
+    std::error_code failure;
+    std::string location = path.starts_with('/') ? path : fs::absolute(path, failure).string();
+    while (location.size() > 1 && location.ends_with('/'))
+        location.pop_back();
+    const std::string contents = location + kContents;
+    FileState info = ReadDictionaryFile(contents + kInfoFile);
+    if (info.condition == FileState::Condition::Missing) {
+        if (TypeOfItem(location) != ItemType::Folder)
+            return nullptr;
+        if (TypeOfItem(contents) != ItemType::Folder)
+            info = ReadDictionaryFile(location + kInfoFile);
+    }
+    return MakeBundle(std::move(location), std::move(info));
 }
 
 } // namespace Platform

@@ -1,7 +1,7 @@
 #include "Platform/DefaultHandlers.h"
 
-#include "Platform/Files.h"
 #include "Platform/Linux/EnvironmentFolders.h"
+#include "Platform/Linux/FileCache.h"
 #include "Platform/Linux/SystemText.h"
 
 namespace Platform {
@@ -11,7 +11,7 @@ namespace {
 constexpr char kListFile[] = "/mimeapps.list"; // below the user's configuration folder
 constexpr char kChosenSection[] = "[Default Applications]";
 constexpr std::string_view kSchemePrefix = "x-scheme-handler/";
-constexpr std::uint64_t kMaximumBytes = 1 << 20;
+constexpr std::size_t kMaximumBytes = 1 << 20;
 
 /// The first program of a list that its separators end.
 std::string_view FirstProgram(std::string_view list) {
@@ -37,16 +37,12 @@ void AppendHandler(std::string_view line, PropertyList::Array& handlers) {
     handlers.push_back(PropertyList(std::move(handler)));
 }
 
-} // namespace
-
-std::optional<PropertyList> DefaultHandlers() {
-    const std::string folder = ConfigHome();
-    const auto text = folder.empty() ? std::nullopt : ReadFile(folder + kListFile, kMaximumBytes);
-    if (!text)
+std::optional<PropertyList> ReadHandlers(const std::string& text) {
+    if (text.size() > kMaximumBytes)
         return std::nullopt;
     PropertyList::Array handlers;
     bool isChosen = false;
-    for (std::string_view lines = *text; !lines.empty();) {
+    for (std::string_view lines = text; !lines.empty();) {
         const std::string_view line = Trimmed(TakeUntil('\n', lines));
         if (line.starts_with('['))
             isChosen = line == kChosenSection;
@@ -54,6 +50,16 @@ std::optional<PropertyList> DefaultHandlers() {
             AppendHandler(line, handlers);
     }
     return PropertyList(std::move(handlers));
+}
+
+} // namespace
+
+CFPropertyListRef DefaultHandlers() {
+    const std::string folder = ConfigHome();
+    if (folder.empty())
+        return nullptr;
+    FileState list = ReadFileState(folder + kListFile, ReadHandlers);
+    return list.condition == FileState::Condition::Readable ? std::move(list.values) : nullptr;
 }
 
 } // namespace Platform

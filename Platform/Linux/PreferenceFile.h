@@ -7,18 +7,6 @@
 
 namespace Platform {
 
-/// What a preference file says at one moment.
-struct PreferenceState {
-    enum class Condition { Missing, Readable, Unparsable, Unreadable };
-
-    Condition condition = Condition::Missing;
-    /// Never null; empty unless readable. The same object for as long as the file is unchanged.
-    CFPropertyListRef values;
-};
-
-/// Reads a preference file; one that has not changed since costs no more than a look at its status.
-PreferenceState ReadPreferenceFile(const std::string& path);
-
 /// Replaces a preference file; one that could not be parsed is kept beside it. A new file gets the
 /// permissions. The caller holds its lock. False, with the old file in place, on any failure.
 bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld,

@@ -1,6 +1,7 @@
 #include "Platform/Preferences.h"
 
 #include "Platform/Linux/EnvironmentFolders.h"
+#include "Platform/Linux/FileCache.h"
 #include "Platform/Linux/PreferenceFile.h"
 #include "Platform/Linux/PreferencePaths.h"
 
@@ -10,12 +11,12 @@ namespace Platform {
 
 namespace {
 
-using Condition = PreferenceState::Condition;
+using Condition = FileState::Condition;
 
-PreferenceState ReadFirst(const PreferencePaths& paths) {
-    PreferenceState state;
+FileState ReadFirst(const PreferencePaths& paths) {
+    FileState state;
     for (const std::string& path : paths.search) {
-        state = ReadPreferenceFile(path);
+        state = ReadDictionaryFile(path);
         if (state.condition != Condition::Missing)
             break;
     }
@@ -26,7 +27,7 @@ bool CreateFolderOf(const PreferencePaths& paths) {
     return CreateFolderWithParents(std::filesystem::path(paths.target).parent_path().string());
 }
 
-bool Holds(const PreferenceState& state, const std::string& key, const PropertyList* value) {
+bool Holds(const FileState& state, const std::string& key, const PropertyList* value) {
     const PropertyList* found = state.values->Find(key);
     return value && found ? *found == *value : !value && !found;
 }
@@ -44,12 +45,12 @@ PropertyList Changed(const PropertyList& values, const std::string& key,
 /// The caller holds the lock, so what is read here is what the change is made to. A file that
 /// everybody shares may be found elsewhere than it is written: its other values come along.
 bool Change(const PreferencePaths& paths, const std::string& key, const PropertyList* value) {
-    const PreferenceState state = ReadFirst(paths);
+    const FileState state = ReadFirst(paths);
     if (state.condition == Condition::Unreadable)
         return false;
     if (Holds(state, key, value))
         return true;
-    const bool keepOld = ReadPreferenceFile(paths.target).condition == Condition::Unparsable;
+    const bool keepOld = ReadDictionaryFile(paths.target).condition == Condition::Unparsable;
     return WritePreferenceFile(paths.target, Changed(*state.values, key, value), keepOld,
                                paths.permissions);
 }
@@ -61,7 +62,7 @@ bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, 
     const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
     if (!key || !paths)
         return false;
-    const PreferenceState state = ReadFirst(*paths);
+    const FileState state = ReadFirst(*paths);
     if (state.condition == Condition::Unreadable)
         return false;
     const PropertyList* found = state.values->Find(key->utf8);
@@ -74,7 +75,7 @@ bool SetPreferenceValue(CFStringRef key, const PropertyList* value, CFStringRef 
     const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
     if (!key || !paths)
         return false;
-    const PreferenceState state = ReadFirst(*paths);
+    const FileState state = ReadFirst(*paths);
     if (state.condition == Condition::Unreadable)
         return false;
     if (Holds(state, key->utf8, value))

@@ -1,6 +1,6 @@
 #include "Platform/Preferences.h"
 
-#include "Platform/Linux/PreferenceFile.h"
+#include "Platform/Linux/FileCache.h"
 #include "Platform/Linux/PreferencePaths.h"
 #include "Tests/Support/Sandbox.h"
 
@@ -117,9 +117,9 @@ TEST_F(Preferences, UnchangedFileIsNeitherWrittenNorParsedAgainAndAChangedOneIs)
     WriteText(File(), FileWith("a", "<integer>1</integer>"));
     // The file's next change is sure to show in its time stamps then.
     std::this_thread::sleep_for(std::chrono::milliseconds(80));
-    const CFPropertyListRef values = Platform::ReadPreferenceFile(File()).values;
+    const CFPropertyListRef values = Platform::ReadDictionaryFile(File()).values;
     EXPECT_TRUE(Set("a", PropertyList(1)) && Remove("b"));
-    EXPECT_EQ(Platform::ReadPreferenceFile(File()).values, values) << "it is as it was";
+    EXPECT_EQ(Platform::ReadDictionaryFile(File()).values, values) << "it is as it was";
     WriteText(File(), FileWith("a", "<integer>2</integer>"));
     EXPECT_EQ(Get("a"), PropertyList(2)) << "changed in place, to the same size";
     WriteText(File(), FileWith("a", "<integer>3</integer>"));

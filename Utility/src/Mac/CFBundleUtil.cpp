@@ -12,12 +12,12 @@ CFBundleRef CFBundleUtil::GetBundle(const std::string& identifier) {
 
 bool CFBundleUtil::GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key,
                                          std::string& out) {
-    return CommonMacUtils::Convert(bundle ? bundle->info.Find(key) : nullptr, out);
+    return CommonMacUtils::Convert(bundle ? bundle->info->Find(key) : nullptr, out);
 }
 
 bool CFBundleUtil::GetPropertyFromBundle(const CFBundleRef& bundle, const std::string& key,
                                          int& out) {
-    return CommonMacUtils::Convert(bundle ? bundle->info.Find(key) : nullptr, out);
+    return CommonMacUtils::Convert(bundle ? bundle->info->Find(key) : nullptr, out);
 }
 
 bool CFBundleUtil::GetPropertyFromBundle(const std::string& identifier, const std::string& key,

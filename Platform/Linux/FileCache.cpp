@@ -1,4 +1,6 @@
-#include "Platform/Linux/PreferenceFile.h"
+#include "Platform/Linux/FileCache.h"
+
+#include "Platform/Linux/Descriptor.h"
 #include "Platform/Linux/PropertyListFile.h"
 #include "Platform/ThreadAnnotations.h"
 
@@ -11,7 +13,7 @@ namespace Platform {
 
 namespace {
 
-using Condition = PreferenceState::Condition;
+using Condition = FileState::Condition;
 
 constexpr std::size_t kMaximumFiles = 16;
 /// Two changes so close together may bear the same time stamp.
@@ -42,55 +44,61 @@ struct Stamp {
     std::int64_t changed;
 };
 
-PreferenceState StateWithoutValues(Condition condition) {
-    return PreferenceState{condition, std::make_shared<const PropertyList>()};
+FileState StateWithoutValues(Condition condition, int reason = 0) {
+    return FileState{condition, std::make_shared<const PropertyList>(), reason};
 }
 
-PreferenceState StateOfFailure() {
-    const bool missing = errno == ENOENT || errno == ENOTDIR;
-    return StateWithoutValues(missing ? Condition::Missing : Condition::Unreadable);
+FileState StateOfFailure(int reason) {
+    if (reason == ENOENT || reason == ENOTDIR)
+        return StateWithoutValues(Condition::Missing);
+    return StateWithoutValues(Condition::Unreadable, reason);
 }
 
-PreferenceState ReadState(int descriptor) {
+FileState ReadState(int descriptor, FileReader reader) {
     std::string bytes;
     if (!ReadToEnd(descriptor, kMaximumPropertyListBytes, bytes))
-        return StateWithoutValues(errno == EFBIG ? Condition::Unparsable : Condition::Unreadable);
-    std::optional<PropertyList> values = ParsePropertyList(bytes);
-    if (!values || !values->AsDictionary())
+        return errno == EFBIG ? StateWithoutValues(Condition::Unparsable)
+                              : StateWithoutValues(Condition::Unreadable, errno);
+    std::optional<PropertyList> values = reader(bytes);
+    if (!values)
         return StateWithoutValues(Condition::Unparsable);
-    return PreferenceState{Condition::Readable,
-                           std::make_shared<const PropertyList>(std::move(*values))};
+    return FileState{Condition::Readable, std::make_shared<const PropertyList>(std::move(*values))};
 }
 
-class PreferenceCache {
+std::optional<PropertyList> ReadDictionary(const std::string& bytes) {
+    std::optional<PropertyList> values = ParsePropertyList(bytes);
+    return values && values->AsDictionary() ? std::move(values) : std::nullopt;
+}
+
+class FileCache {
 public:
-    PreferenceState Read(const std::string& path) VISTRA_EXCLUDES(m_mutex) {
+    FileState Read(const std::string& path, FileReader reader) VISTRA_EXCLUDES(m_mutex) {
         const ScopedLock lock(m_mutex);
         struct stat status = {};
         if (::stat(path.c_str(), &status) != 0)
-            return StateOfFailure();
+            return StateOfFailure(errno);
         const auto known = m_files.find(path);
         if (known != m_files.end() && known->second.stamp == Stamp(status))
             return known->second.state;
-        return ReadAnew(path);
+        return ReadAnew(path, reader);
     }
 
 private:
     struct KnownFile {
         Descriptor file; ///< keeps the file's inode number from being given to another file
         Stamp stamp;
-        PreferenceState state;
+        FileState state;
     };
 
-    PreferenceState ReadAnew(const std::string& path) VISTRA_REQUIRES(m_mutex) {
+    FileState ReadAnew(const std::string& path, FileReader reader) VISTRA_REQUIRES(m_mutex) {
         m_files.erase(path);
         Descriptor file = OpenRegularFile(path, O_RDONLY);
         struct stat status = {};
         if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0)
-            return StateOfFailure();
+            return StateOfFailure(errno);
         const Stamp stamp(status);
         const bool settled = stamp.IsSettled();
-        PreferenceState state = ReadState(file.Get());
+        FileState state = ReadState(file.Get(), reader);
         if (settled && state.condition != Condition::Unreadable)
             Remember(path, KnownFile{std::move(file), stamp, state});
         return state;
@@ -108,10 +116,14 @@ private:
 
 } // namespace
 
-PreferenceState ReadPreferenceFile(const std::string& path) {
+FileState ReadFileState(const std::string& path, FileReader reader) {
     // Never destroyed: the host's exit handlers may still read preferences.
-    static PreferenceCache& cache = *new PreferenceCache;
-    return cache.Read(path);
+    static FileCache& cache = *new FileCache;
+    return cache.Read(path, reader);
+}
+
+FileState ReadDictionaryFile(const std::string& path) {
+    return ReadFileState(path, ReadDictionary);
 }
 
 } // namespace Platform
