@@ -2,12 +2,14 @@
 
 #include "LogSession/LogSession.h"
 #include "LogSession/OptInPolicy.h"
+#include "Platform/Files.h"
 #include "Platform/Process.h"
 #include "Utility/src/Converters.h"
 #include "Utility/src/Logger.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/LogTransUtilsMac.h"
 #include "Utility/src/Mac/PreferenceUtil.h"
+#include "Utility/src/Mac/UserFolderUtils.h"
 #include "Utility/src/PreferenceKeys.h"
 
 #include <algorithm>
@@ -21,7 +23,7 @@ namespace {
 Logger* const logger = Logger::GetLogger(kLoggerName);
 constexpr char kSourceUnit[] = "LogSession/CrashHandler";
 constexpr long kEntryLine = 493; ///< under which readers of the log know the entry
-constexpr char kMarkerFolder[] = "Logs/Norvale/Vistra/SessionInfo/";
+constexpr char kMarkerFolder[] = "/Logs/Norvale/Vistra/SessionInfo/";
 constexpr char kMarkerExtension[] = ".sif";
 constexpr std::size_t kKeptMarkers = 50;
 
@@ -37,9 +39,11 @@ struct FileStat {
 /// when the folder cannot be created.
 int GetLogDir(std::string& dir) {
     std::string library;
+    if (UserFolderUtils::FindFolder(kDomainLibraryFolderType, kMarkerFolder, dir))
+        return 0;
     if (!LogTransUtils::GetUserLibraryDir(library))
         return -1;
-    dir = FileSystemUtils::AppendPathElement(library) + kMarkerFolder;
+    dir = FileSystemUtils::AppendPathElement(library, kMarkerFolder);
     return FileSystemUtils::CreateLocalDirectory(dir) ? 0 : -2;
 }
 
@@ -107,7 +111,7 @@ bool CrashHandler::RemoveSessionInfo(LogSession* session) {
     std::string dir, path;
     if (GetLogDir(dir) != 0 || !GetSessionInfoName(session, dir, path))
         return false;
-    if (!FileSystemUtils::DoesPathExist(path) || !FileSystemUtils::DeleteLocalFile(path))
+    if (!Platform::DeleteFile(path))
         return false;
     PruneMarkers(dir);
     return true;

@@ -5,10 +5,8 @@
 
 namespace Platform {
 
-namespace {
-
-std::string FolderOfType(std::uint32_t type) {
-    switch (type) {
+std::string FolderPath(std::int16_t domain, std::uint32_t type) {
+    switch (domain == kUserDomain ? type : 0) {
     case kApplicationSupportFolderType:
         return DataHome();
     case kDomainLibraryFolderType:
@@ -18,10 +16,8 @@ std::string FolderOfType(std::uint32_t type) {
     }
 }
 
-} // namespace
-
 bool FindFolder(std::int16_t domain, std::uint32_t type, bool create, FSRef& folder) {
-    const std::string path = domain == kUserDomain ? FolderOfType(type) : std::string();
+    const std::string path = FolderPath(domain, type);
     if (path.empty() ||
         !(create ? CreateFolderWithParents(path) : TypeOfItem(path) == ItemType::Folder))
         return false;

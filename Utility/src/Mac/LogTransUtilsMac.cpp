@@ -69,10 +69,12 @@ bool LogTransUtils::GetUserLibraryDir(std::string& path) {
 }
 
 std::string LogTransUtils::GetUserCfgDir(const std::string& relativeFolder) {
-    std::string support;
+    std::string support, folder;
+    if (UserFolderUtils::FindFolder(kApplicationSupportFolderType, relativeFolder, folder))
+        return folder;
     if (!GetAppSupportDataDir(support))
         return std::string();
-    const std::string folder = FileSystemUtils::AppendPathElement(support, relativeFolder);
+    folder = FileSystemUtils::AppendPathElement(support, relativeFolder);
     return FileSystemUtils::CreateLocalDirectory(folder) ? folder : std::string();
 }
 
@@ -107,12 +109,12 @@ std::string LogTransUtils::GetTransporterDefaultCfgDir() {
 }
 
 std::string LogTransUtils::GetUserLogFullPath() {
-    std::string library;
+    std::string library, folder;
+    if (UserFolderUtils::FindFolder(kDomainLibraryFolderType, kLogFolder, folder))
+        return folder;
     if (!GetUserLibraryDir(library))
         return std::string();
-    const std::string folder = FileSystemUtils::AppendPathElement(library, kLogFolder);
-    if (!FileSystemUtils::IsDirectory(folder))
-        FileSystemUtils::CreateLocalDirectory(folder);
+    FileSystemUtils::CreateLocalDirectory(folder);
     return folder;
 }
 
@@ -136,10 +138,12 @@ std::string LogTransUtils::GetLogTransportInputPath() {
 }
 
 std::string LogTransUtils::GetExePathFromLogTransportBundlePath(const std::string& bundlePath) {
-    if (!FileSystemUtils::DoesPathExist(bundlePath))
+    if (bundlePath.empty())
         return std::string();
-    const std::string executable = bundlePath + kTransportExecutableSubPath;
-    return FileSystemUtils::DoesPathExist(executable) ? executable : std::string();
+    std::string executable = bundlePath + kTransportExecutableSubPath;
+    if (!FileSystemUtils::DoesPathExist(executable)) // nor does it without the bundle
+        executable.clear();
+    return executable;
 }
 
 std::string LogTransUtils::GetNonDefaultLogTransportExeFullPath(const std::string& bundlePath) {

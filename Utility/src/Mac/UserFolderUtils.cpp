@@ -1,7 +1,7 @@
 #include "Utility/src/Mac/UserFolderUtils.h"
 
-#include "Platform/UserFolders.h"
 #include "Utility/src/Mac/DataConversions.h"
+#include "Utility/src/Mac/FileSystemUtils.h"
 
 bool UserFolderUtils::GetBaseDir(std::int16_t domain, std::uint32_t type, bool create,
                                  std::string& path) {
@@ -16,4 +16,13 @@ bool UserFolderUtils::GetAppSupportDataDir(std::string& path) {
 
 bool UserFolderUtils::GetUserLibraryDir(std::string& path) {
     return GetBaseDir(kUserDomain, kDomainLibraryFolderType, true, path);
+}
+
+bool UserFolderUtils::FindFolder(std::uint32_t type, const std::string& relative,
+                                 std::string& path) {
+    const std::string folder = Platform::FolderPath(kUserDomain, type);
+    if (folder.empty())
+        return false;
+    path = FileSystemUtils::AppendPathElement(folder, relative);
+    return FileSystemUtils::IsDirectory(path);
 }
