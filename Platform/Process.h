@@ -6,7 +6,8 @@ namespace Platform {
 
 int CurrentProcessId();
 
-/// Path of the running program's file, also after that file was deleted. Empty when unknown.
+/// Path of the running program's file, as it was at the first look that found it. Empty when
+/// unknown.
 std::string CurrentProgramPath();
 
 } // namespace Platform

@@ -17,8 +17,16 @@ std::uint64_t Figure(int name) {
     return static_cast<std::uint64_t>(std::max(::sysconf(name), 0L));
 }
 
+utsname SystemNames() {
+    utsname names = {};
+    if (::uname(&names) != 0)
+        names = {};
+    return names;
+}
+
 /// What hardly ever changes while a program runs.
 struct MachineFacts {
+    utsname system = SystemNames();
     ProcessorDescription processor = DescribeProcessor("");
     std::string model = DescribeModel("");
     int processorCount = static_cast<int>(Figure(_SC_NPROCESSORS_ONLN));
@@ -39,21 +47,14 @@ MachineFacts Facts() {
     return *known.facts;
 }
 
-utsname SystemNames() {
-    utsname names = {};
-    if (::uname(&names) != 0)
-        names = {};
-    return names;
-}
-
 } // namespace
 
 SystemVersion GetSystemVersion() {
-    return ParseRelease(SystemNames().release);
+    return ParseRelease(Facts().system.release);
 }
 
 std::string HardwareName() {
-    return SystemNames().machine;
+    return Facts().system.machine;
 }
 
 std::string ProcessorName() {

@@ -1,5 +1,7 @@
 #include "Platform/Process.h"
 
+#include "Platform/ThreadAnnotations.h"
+
 #include <string_view>
 #include <unistd.h>
 #include <vector>
@@ -21,6 +23,14 @@ std::string ReadLink(const char* path) {
     }
 }
 
+std::string ReadProgramPath() {
+    std::string path = ReadLink("/proc/self/exe");
+    // A file may bear the kernel's mark as its real name; then it is there.
+    if (path.ends_with(kDeletedMark) && ::access(path.c_str(), F_OK) != 0)
+        path.resize(path.size() - kDeletedMark.size());
+    return path;
+}
+
 } // namespace
 
 int CurrentProcessId() {
@@ -28,10 +38,12 @@ int CurrentProcessId() {
 }
 
 std::string CurrentProgramPath() {
-    std::string path = ReadLink("/proc/self/exe");
-    // A file may bear the kernel's mark as its real name; then it is there.
-    if (path.ends_with(kDeletedMark) && ::access(path.c_str(), F_OK) != 0)
-        path.resize(path.size() - kDeletedMark.size());
+    // Never destroyed, for the host's exit handlers; empty while the path cannot be told.
+    static AnnotatedMutex mutex;
+    static std::string& path = *new std::string;
+    const ScopedLock lock(mutex);
+    if (path.empty())
+        path = ReadProgramPath();
     return path;
 }
 
