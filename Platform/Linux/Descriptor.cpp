@@ -45,18 +45,25 @@ Descriptor OpenDescriptor(const std::string& path, int flags, mode_t mode) {
     return Descriptor(AwayFromStandardStreams(number));
 }
 
-Descriptor OpenRegularFile(const std::string& path, int flags, mode_t mode) {
-    Descriptor file = OpenDescriptor(path, flags | O_NONBLOCK | O_NOCTTY, mode);
-    struct stat status = {};
-    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0)
+Descriptor OpenRegularFile(const std::string& path, int flags, struct stat* status) {
+    constexpr mode_t kMode = 0600;
+    // What turns out to be something else must not have been truncated.
+    Descriptor file = OpenDescriptor(path, (flags & ~O_TRUNC) | O_NONBLOCK | O_NOCTTY, kMode);
+    struct stat opened = {};
+    if (!file.IsOpen() || ::fstat(file.Get(), &opened) != 0)
         return Descriptor();
-    if (!S_ISREG(status.st_mode)) {
-        errno = S_ISDIR(status.st_mode) ? EISDIR : EINVAL;
+    if (!S_ISREG(opened.st_mode)) {
+        errno = S_ISDIR(opened.st_mode) ? EISDIR : EINVAL;
         return Descriptor();
     }
+    if ((flags & O_TRUNC) != 0 && opened.st_size != 0 &&
+        Retried([&] { return ::ftruncate(file.Get(), 0); }) != 0)
+        return Descriptor();
     // The process's mask may have kept even its user out of a new file.
-    if ((flags & O_CREAT) != 0 && status.st_size == 0 && (status.st_mode & mode) != mode)
-        ::fchmod(file.Get(), mode);
+    if ((flags & O_CREAT) != 0 && opened.st_size == 0 && (opened.st_mode & kMode) != kMode)
+        ::fchmod(file.Get(), kMode);
+    if (status)
+        *status = opened;
     return file;
 }
 

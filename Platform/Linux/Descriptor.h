@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <sys/stat.h>
 #include <sys/types.h>
 
 namespace Platform {
@@ -43,8 +44,9 @@ private:
 /// them, is never taken. Not open on failure, with errno telling why.
 Descriptor OpenDescriptor(const std::string& path, int flags, mode_t mode = 0600);
 
-/// The same, but anything that is not a regular file is refused, and never waited for.
-Descriptor OpenRegularFile(const std::string& path, int flags, mode_t mode = 0600);
+/// The same, but anything that is not a regular file is refused, and never waited for. A new file
+/// is its user's alone. `status`, if given, becomes that of the opened file.
+Descriptor OpenRegularFile(const std::string& path, int flags, struct stat* status = nullptr);
 
 /// Moves a new descriptor away from the standard streams. -1, with `number` closed, on failure.
 int AwayFromStandardStreams(int number);

@@ -92,9 +92,9 @@ private:
 
     FileState ReadAnew(const std::string& path, FileReader reader) VISTRA_REQUIRES(m_mutex) {
         m_files.erase(path);
-        Descriptor file = OpenRegularFile(path, O_RDONLY);
         struct stat status = {};
-        if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0)
+        Descriptor file = OpenRegularFile(path, O_RDONLY, &status);
+        if (!file.IsOpen())
             return StateOfFailure(errno);
         const Stamp stamp(status);
         const bool settled = stamp.IsSettled();

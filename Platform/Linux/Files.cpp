@@ -22,7 +22,7 @@ int OpenFlags(Access access) {
     case Access::Append:
         return O_WRONLY | O_APPEND | O_CREAT | O_NOFOLLOW;
     case Access::Truncate:
-        return O_WRONLY | O_CREAT | O_NOFOLLOW;
+        return O_WRONLY | O_TRUNC | O_CREAT | O_NOFOLLOW;
     }
     return O_RDONLY;
 }
@@ -41,11 +41,7 @@ bool LinkThenUnlink(const std::string& source, const std::string& destination) {
 } // namespace
 
 FileHandle OpenFile(const std::string& path, Access access) {
-    Descriptor file = OpenRegularFile(path, OpenFlags(access));
-    if (file.IsOpen() && access == Access::Truncate &&
-        Retried([&] { return ::ftruncate(file.Get(), 0); }) != 0)
-        return kNoFile;
-    return file.Release();
+    return OpenRegularFile(path, OpenFlags(access)).Release();
 }
 
 FileHandle OpenLockedFile(const std::string& path) {
@@ -68,10 +64,9 @@ void CloseFile(FileHandle file) {
 }
 
 std::optional<std::string> ReadFile(const std::string& path, std::uint64_t maximumBytes) {
-    const Descriptor file = OpenRegularFile(path, O_RDONLY);
     struct stat status = {};
-    if (!file.IsOpen() || ::fstat(file.Get(), &status) != 0 ||
-        static_cast<std::uint64_t>(status.st_size) > maximumBytes)
+    const Descriptor file = OpenRegularFile(path, O_RDONLY, &status);
+    if (!file.IsOpen() || static_cast<std::uint64_t>(status.st_size) > maximumBytes)
         return std::nullopt;
     std::string bytes;
     if (!ReadToEnd(file.Get(), maximumBytes, bytes))
