@@ -118,7 +118,7 @@ void LogSession::WriteFile(const char* data) {
 }
 
 bool LogSession::OpenCurrentFile() {
-    if (!FileSystemUtils::IsDirectory(m_logFolder) || !Open(GetInProgressLogFileName()))
+    if (m_logFolder.empty() || !Open(GetInProgressLogFileName()))
         return false;
     if (!m_obfuscate || Write(kObfuscationMarker))
         return true;

@@ -80,11 +80,11 @@ bool LogSession::HandOver() {
         FileSystemUtils::DeleteFiles(m_logFolder, kEveryDocument, false);
         return false;
     }
-    const bool hasFolder = FileSystemUtils::IsDirectory(m_logFolder);
     const std::string inProgress = GetInProgressLogFileName();
-    if (hasFolder)
-        FileSystemUtils::RenameFile(inProgress, GetTransLogFileName());
-    else
+    const bool hasFolder =
+        !m_logFolder.empty() && (FileSystemUtils::RenameFile(inProgress, GetTransLogFileName()) ||
+                                 FileSystemUtils::IsDirectory(m_logFolder));
+    if (!hasFolder)
         m_currentPath.clear();
     ++m_fileIndex;
     m_bytesInFile = 0;

@@ -48,7 +48,7 @@ std::optional<FileSize> SizeOfItem(const std::string& path) {
 
 std::optional<std::uint64_t> FreeBytes(const std::string& path) {
     struct statvfs volume = {};
-    if (::statvfs(path.c_str(), &volume) != 0)
+    if (path.find('\0') != std::string::npos || ::statvfs(path.c_str(), &volume) != 0)
         return std::nullopt;
     return std::uint64_t{volume.f_bavail} * volume.f_frsize;
 }

@@ -99,6 +99,8 @@ bool DeleteFile(const std::string& path) noexcept {
 }
 
 bool RenameWithoutReplacing(const std::string& source, const std::string& destination) {
+    if (source.find('\0') != std::string::npos || destination.find('\0') != std::string::npos)
+        return false;
     if (::renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, destination.c_str(), RENAME_NOREPLACE) == 0)
         return true;
     return (errno == EINVAL || errno == ENOSYS) && LinkThenUnlink(source, destination);

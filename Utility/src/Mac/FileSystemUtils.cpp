@@ -37,10 +37,11 @@ bool AddFolderSize(const std::string& folder, std::uint64_t& logical, std::uint6
     return complete;
 }
 
-void AppendFiles(const std::string& folder, bool recursive, std::vector<std::string>& files) {
+/// False when the folder cannot be listed.
+bool AppendFiles(const std::string& folder, bool recursive, std::vector<std::string>& files) {
     const auto entries = Platform::ListFolder(folder);
     if (!entries)
-        return;
+        return false;
     for (const Platform::FolderEntry& entry : *entries) {
         std::string path = FileSystemUtils::AppendPathElement(folder, entry.name);
         if (!entry.isFolder)
@@ -48,6 +49,7 @@ void AppendFiles(const std::string& folder, bool recursive, std::vector<std::str
         else if (recursive && !entry.isLink)
             AppendFiles(path, recursive, files);
     }
+    return true;
 }
 
 /// The creation date of the folder that holds `path`.
@@ -153,8 +155,6 @@ bool FileSystemUtils::GetFileLastModifiedTime(const std::string& path, std::uint
 }
 
 bool FileSystemUtils::GetDiscFreeSpace(const std::string& path, std::uint64_t& bytes) {
-    if (!DoesPathExist(path))
-        return false;
     const std::optional<std::uint64_t> freeBytes = Platform::FreeBytes(path);
     bytes = freeBytes.value_or(bytes);
     return freeBytes.has_value();
@@ -176,8 +176,5 @@ bool FileSystemUtils::GetFileSize(const std::string& path, std::uint64_t& logica
 
 bool FileSystemUtils::GetFilesInDirectory(const std::string& folder,
                                           std::vector<std::string>& files, bool recursive) {
-    if (!IsDirectory(folder))
-        return false;
-    AppendFiles(RightTrimPathByDelimiter(folder), recursive, files);
-    return true;
+    return AppendFiles(RightTrimPathByDelimiter(folder), recursive, files) || IsDirectory(folder);
 }

@@ -182,7 +182,7 @@ bool FileSystemUtils::CopyLocalFile(const std::string& source, const std::string
 }
 
 bool FileSystemUtils::RenameFile(const std::string& source, const std::string& destination) {
-    return DoesPathExist(source) && Platform::RenameWithoutReplacing(source, destination);
+    return Platform::RenameWithoutReplacing(source, destination);
 }
 
 int FileSystemUtils::WriteFile(const std::string& content, const std::string& path) {
