@@ -2,8 +2,6 @@
 
 #include "Platform/PropertyList.h"
 
-#include <optional>
-
 /// Scopes of a preference access: whose preferences, and on which machine.
 extern const CFStringRef kCFPreferencesCurrentUser;
 extern const CFStringRef kCFPreferencesAnyUser;
@@ -16,11 +14,11 @@ namespace Platform {
 // to a writer of another one. None of these operations logs. Any null argument but `value`, an
 // unknown scope, and a domain that is empty or holds a path delimiter are refused.
 
-/// Copies the value under a top-level key into `value`, nothing when there is none. Returns false,
-/// with `value` unchanged, when the stored state cannot be read: what is changed and written back
-/// must not start from nothing then.
+/// Sets `value` to the one under a top-level key, null when there is none. Returns false, with
+/// `value` unchanged, when the stored state cannot be read: what is changed and written back must
+/// not start from nothing then.
 bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, CFStringRef host,
-                         std::optional<PropertyList>& value);
+                         CFPropertyListRef& value);
 
 /// Sets the value under a top-level key, or removes the key when `value` is null. Returns false,
 /// with the stored state unchanged, when it cannot be stored or holds text that is not UTF-8.

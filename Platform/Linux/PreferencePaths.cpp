@@ -33,7 +33,8 @@ constexpr char kFolder[] = "/preferences/";
 constexpr char kExtension[] = ".plist";
 
 bool CanNameFile(const std::string& domain) {
-    return !domain.empty() && domain.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
+    return !domain.empty() && domain.find('/') == std::string::npos &&
+           domain.find('\0') == std::string::npos;
 }
 
 /// The machine keeps its name while a program runs; empty while it cannot be told. Never destroyed,

@@ -58,7 +58,7 @@ bool Change(const PreferencePaths& paths, const std::string& key, const Property
 } // namespace
 
 bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, CFStringRef host,
-                         std::optional<PropertyList>& value) {
+                         CFPropertyListRef& value) {
     const std::optional<PreferencePaths> paths = FindPreferences(domain, user, host);
     if (!key || !paths)
         return false;
@@ -66,7 +66,7 @@ bool CopyPreferenceValue(CFStringRef key, CFStringRef domain, CFStringRef user, 
     if (state.condition == Condition::Unreadable)
         return false;
     const PropertyList* found = state.values->Find(key->utf8);
-    value = found ? std::optional<PropertyList>(*found) : std::nullopt;
+    value = found ? CFPropertyListRef(state.values, found) : nullptr; // keeps all values alive
     return true;
 }
 
@@ -92,7 +92,7 @@ bool AddPreferenceValue(CFStringRef key, PropertyList& value, CFStringRef domain
     if (!key || !paths || !CreateFolderOf(*paths))
         return false;
     const PreferenceLock lock(paths->target);
-    std::optional<PropertyList> stored;
+    CFPropertyListRef stored;
     if (!lock.IsHeld() || !CopyPreferenceValue(key, domain, user, host, stored))
         return false;
     if (!stored)

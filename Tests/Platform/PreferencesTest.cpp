@@ -22,9 +22,9 @@ class Preferences : public testing::Test {
 protected:
     std::optional<PropertyList> Get(const std::string& key) const {
         const Platform::String name{key};
-        std::optional<PropertyList> value;
+        CFPropertyListRef value;
         Platform::CopyPreferenceValue(&name, &m_domain, m_user, m_host, value);
-        return value;
+        return value ? std::optional(*value) : std::nullopt;
     }
     bool Set(const std::string& key, const PropertyList& value) const {
         const Platform::String name{key};

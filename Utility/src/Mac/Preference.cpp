@@ -50,12 +50,8 @@ Preference::Preference(const std::string& domain, CFStringRef user, CFStringRef 
     : m_domain(domain), m_user(user), m_host(host) {}
 
 bool Preference::ReadTopLevel(CFStringRef key, CFPropertyListRef& value) const {
-    std::optional<PropertyList> stored;
-    if (!Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host) ||
-        !Platform::CopyPreferenceValue(key, m_domain.Get(), m_user, m_host, stored))
-        return false;
-    value = stored ? std::make_shared<PropertyList>(std::move(*stored)) : nullptr;
-    return true;
+    return Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host) &&
+           Platform::CopyPreferenceValue(key, m_domain.Get(), m_user, m_host, value);
 }
 
 bool Preference::WriteTopLevel(CFStringRef key, const PropertyList* value) const {
@@ -71,7 +67,7 @@ CFPropertyListRef Preference::CopyNode(const std::string& path) const {
     if (!ReadTopLevel(keys.Top(), root))
         return nullptr;
     const PropertyList* node = PropertyListTreeOpt::GetNode(root.get(), keys.below);
-    return node ? std::make_shared<PropertyList>(*node) : nullptr;
+    return node ? CFPropertyListRef(root, node) : nullptr;
 }
 
 bool Preference::GetValue(const std::string& path, int& out) const {

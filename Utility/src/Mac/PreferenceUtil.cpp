@@ -8,61 +8,71 @@ using Platform::PropertyList;
 namespace {
 
 /// Where a top-level value is kept.
-struct Place {
-    const std::string& key;
-    const std::string& domain;
-    CFStringRef user;
-    CFStringRef host;
+class Place {
+public:
+    Place(const std::string& key, const std::string& domain, CFStringRef user, CFStringRef host)
+        : m_key(key), m_domain(domain), m_user(user), m_host(host),
+          m_isComplete(!key.empty() && !domain.empty() && user && host) {}
 
-    bool IsComplete() const { return !key.empty() && !domain.empty() && user && host; }
+    bool IsComplete() const { return m_isComplete; }
 
-    /// False when the stored state cannot be read.
-    bool Read(std::optional<PropertyList>& value) const {
-        const PlatformText keyText(key), domainText(domain);
-        return Platform::CopyPreferenceValue(keyText.Get(), domainText.Get(), user, host, value);
+    /// Null where there is no value. False when the stored state cannot be read.
+    bool Read(CFPropertyListRef& value) const {
+        return Platform::CopyPreferenceValue(m_key.Get(), m_domain.Get(), m_user, m_host, value);
     }
 
     bool Synchronize() const {
-        return Platform::SynchronizePreferences(PlatformText(domain).Get(), user, host);
+        return Platform::SynchronizePreferences(m_domain.Get(), m_user, m_host);
     }
 
-    /// Nothing when there is no value, or none can be read.
-    std::optional<PropertyList> ReadCurrent() const {
-        std::optional<PropertyList> value;
+    /// Null when there is no value, or none can be read.
+    CFPropertyListRef ReadCurrent() const {
+        CFPropertyListRef value;
         if (IsComplete() && Synchronize())
             Read(value);
         return value;
     }
 
-    /// The dictionary stored here, an empty one where nothing is stored. Nothing for any other
-    /// value, and when the stored state cannot be read.
-    std::optional<PropertyList> ReadForChange() const {
-        std::optional<PropertyList> value;
+    /// The dictionary stored here, an empty one where nothing is stored. Null for any other value,
+    /// and when the stored state cannot be read.
+    CFPropertyListRef ReadForChange() const {
+        CFPropertyListRef value;
         if (!IsComplete() || !Read(value))
-            return std::nullopt;
+            return nullptr;
         if (!value)
-            value = PropertyList();
-        return value->AsDictionary() ? value : std::nullopt;
+            value = std::make_shared<const PropertyList>();
+        return value->AsDictionary() ? value : nullptr;
     }
 
     bool Write(const PropertyList& value) const {
-        const PlatformText keyText(key), domainText(domain);
-        return Platform::SetPreferenceValue(keyText.Get(), &value, domainText.Get(), user, host) &&
+        return Platform::SetPreferenceValue(m_key.Get(), &value, m_domain.Get(), m_user, m_host) &&
                Synchronize();
     }
+
+    bool WriteChanged(PropertyList dictionary, const std::string& subKey,
+                      PropertyList value) const {
+        dictionary.AsDictionary()->insert_or_assign(subKey, std::move(value));
+        return Write(dictionary);
+    }
+
+private:
+    const PlatformText m_key;
+    const PlatformText m_domain;
+    CFStringRef m_user;
+    CFStringRef m_host;
+    bool m_isComplete;
 };
 
 template <class Value>
 bool ReadOneLevel(const Place& place, Value& out) {
-    const std::optional<PropertyList> value = place.ReadCurrent();
-    return CommonMacUtils::Convert(value ? &*value : nullptr, out);
+    return CommonMacUtils::Convert(place.ReadCurrent().get(), out);
 }
 
 template <class Value>
 bool ReadTwoLevels(const Place& place, const std::string& subKey, Value& out) {
     if (subKey.empty())
         return false;
-    const std::optional<PropertyList> dictionary = place.ReadCurrent();
+    const CFPropertyListRef dictionary = place.ReadCurrent();
     return CommonMacUtils::Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
 }
 
@@ -73,18 +83,19 @@ bool WriteOneLevel(const Place& place, const Value& value) {
 
 template <class Value>
 bool WriteTwoLevels(const Place& place, const std::string& subKey, const Value& value) {
-    std::optional<PropertyList> dictionary = place.ReadForChange();
+    const CFPropertyListRef dictionary = place.ReadForChange();
     if (!dictionary || subKey.empty())
         return false;
-    dictionary->AsDictionary()->insert_or_assign(subKey, PropertyList(value));
-    return place.Write(*dictionary);
+    PropertyList changed(value);
+    const PropertyList* there = dictionary->Find(subKey);
+    return (there && *there == changed) ||
+           place.WriteChanged(*dictionary, subKey, std::move(changed));
 }
 
 } // namespace
 
-std::optional<PropertyList> PreferenceUtil::GetDictionary(const std::string& key,
-                                                          const std::string& domain,
-                                                          CFStringRef user, CFStringRef host) {
+CFPropertyListRef PreferenceUtil::GetDictionary(const std::string& key, const std::string& domain,
+                                                CFStringRef user, CFStringRef host) {
     return Place{key, domain, user, host}.ReadCurrent();
 }
 
@@ -146,21 +157,19 @@ bool PreferenceUtil::AddPreferenceValue(const std::string& dictKey, const std::s
                                         const std::string& domain, const std::string& value,
                                         CFStringRef user, CFStringRef host) {
     const Place place{dictKey, domain, user, host};
-    std::optional<PropertyList> dictionary = place.ReadForChange();
+    const CFPropertyListRef dictionary = place.ReadForChange();
     if (!dictionary || subKey.empty())
         return false;
-    std::string there;
-    if (CommonMacUtils::Convert(dictionary->Find(subKey), there))
-        return true;
-    dictionary->AsDictionary()->insert_or_assign(subKey, PropertyList(value));
-    return place.Write(*dictionary);
+    const PropertyList* there = dictionary->Find(subKey);
+    return (there && there->AsString()) ||
+           place.WriteChanged(*dictionary, subKey, PropertyList(value));
 }
 
 bool PreferenceUtil::ReadPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                          const std::string& domain, int& out, CFStringRef user,
                                          CFStringRef host) {
     const Place place{dictKey, domain, user, host};
-    std::optional<PropertyList> dictionary;
+    CFPropertyListRef dictionary;
     if (!place.IsComplete() || !place.Read(dictionary))
         return false;
     CommonMacUtils::Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
@@ -171,17 +180,18 @@ bool PreferenceUtil::DeletePreferenceValue(const std::string& dictKey, const std
                                            const std::string& domain, CFStringRef user,
                                            CFStringRef host) {
     const Place place{dictKey, domain, user, host};
-    std::optional<PropertyList> dictionary = place.ReadForChange();
+    const CFPropertyListRef dictionary = place.ReadForChange();
     if (!dictionary || subKey.empty())
         return false;
-    dictionary->AsDictionary()->erase(subKey);
-    return place.Write(*dictionary);
+    PropertyList changed = *dictionary;
+    changed.AsDictionary()->erase(subKey);
+    return place.Write(changed);
 }
 
 bool PreferenceUtil::EnumerateSubKeys(const std::string& key, std::vector<std::string>& out,
                                       const std::string& domain, CFStringRef user,
                                       CFStringRef host) {
-    const std::optional<PropertyList> value = GetDictionary(key, domain, user, host);
+    const CFPropertyListRef value = GetDictionary(key, domain, user, host);
     if (!value || !value->AsDictionary())
         return false;
     for (const auto& entry : *value->AsDictionary())
@@ -192,6 +202,5 @@ bool PreferenceUtil::EnumerateSubKeys(const std::string& key, std::vector<std::s
 bool PreferenceUtil::EnumerateSubKeys(const std::string& key, const std::string& domain,
                                       std::vector<std::pair<std::string, std::string>>& out,
                                       CFStringRef user, CFStringRef host) {
-    const std::optional<PropertyList> value = GetDictionary(key, domain, user, host);
-    return CommonMacUtils::AppendStringPairs(value ? &*value : nullptr, out);
+    return CommonMacUtils::AppendStringPairs(GetDictionary(key, domain, user, host).get(), out);
 }

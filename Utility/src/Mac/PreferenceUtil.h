@@ -2,7 +2,6 @@
 
 #include "Platform/Preferences.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,10 +11,9 @@
 /// text that is not valid UTF-8. Out values are written only on success.
 class PreferenceUtil {
 public:
-    /// A copy of the value stored under a top-level key.
-    static std::optional<Platform::PropertyList> GetDictionary(const std::string& key,
-                                                               const std::string& domain,
-                                                               CFStringRef user, CFStringRef host);
+    /// The value stored under a top-level key; null where there is none.
+    static CFPropertyListRef GetDictionary(const std::string& key, const std::string& domain,
+                                           CFStringRef user, CFStringRef host);
 
     // Two-level access: false when the value is missing or of another kind.
 
