@@ -38,12 +38,12 @@ struct FileStat {
 /// Finds the folder of the markers and creates it. 0, -1 when the user has no Library folder, -2
 /// when the folder cannot be created.
 int GetLogDir(std::string& dir) {
-    std::string library;
-    if (UserFolderUtils::FindFolder(kDomainLibraryFolderType, kMarkerFolder, dir))
+    dir = UserFolderUtils::PathBelow(kDomainLibraryFolderType, kMarkerFolder);
+    if (FileSystemUtils::IsDirectory(dir))
         return 0;
+    std::string library;
     if (!LogTransUtils::GetUserLibraryDir(library))
         return -1;
-    dir = FileSystemUtils::AppendPathElement(library, kMarkerFolder);
     return FileSystemUtils::CreateLocalDirectory(dir) ? 0 : -2;
 }
 

@@ -35,17 +35,16 @@ bool IsOutdated(const std::string& userFile, const std::string& defaultFile) {
            FileSystemUtils::IsFileNewer(defaultFile, userFile);
 }
 
-void BringUpToDate(const std::string& userFile, const std::string& defaultFile) {
-    const bool defaultExists = FileSystemUtils::DoesPathExist(defaultFile);
-    const bool userMissing = FileSystemUtils::IsPathMissing(userFile);
-    if (userMissing && defaultExists) {
+void CreateConfig(const std::string& userFile, const std::string& defaultFile) {
+    if (FileSystemUtils::DoesPathExist(defaultFile))
         FileSystemUtils::CopyLocalFile(defaultFile, userFile);
-    } else if (userMissing) {
+    else
         TransConfigUtils::CreateDefaultConfig(userFile);
-    } else if (defaultExists && FileSystemUtils::DoesPathExist(userFile) &&
-               IsOutdated(userFile, defaultFile)) {
+}
+
+void BringUpToDate(const std::string& userFile, const std::string& defaultFile) {
+    if (FileSystemUtils::DoesPathExist(defaultFile) && IsOutdated(userFile, defaultFile))
         TransConfigUtils::ReplaceConfig(defaultFile, userFile);
-    }
 }
 
 std::string DefaultConfigFile() {
@@ -69,12 +68,10 @@ bool LogTransUtils::GetUserLibraryDir(std::string& path) {
 }
 
 std::string LogTransUtils::GetUserCfgDir(const std::string& relativeFolder) {
-    std::string support, folder;
-    if (UserFolderUtils::FindFolder(kApplicationSupportFolderType, relativeFolder, folder))
-        return folder;
+    std::string support;
     if (!GetAppSupportDataDir(support))
         return std::string();
-    folder = FileSystemUtils::AppendPathElement(support, relativeFolder);
+    const std::string folder = FileSystemUtils::AppendPathElement(support, relativeFolder);
     return FileSystemUtils::CreateLocalDirectory(folder) ? folder : std::string();
 }
 
@@ -88,11 +85,14 @@ std::string LogTransUtils::GetUserFathomPath() {
 }
 
 std::string LogTransUtils::GetUserCfgFullPath() {
-    const std::string folder = GetUserCfgDir(kConfigFolder);
-    if (folder.empty())
-        return std::string();
-    const std::string userFile = FileSystemUtils::AppendPathElement(folder, kConfigFile);
-    BringUpToDate(userFile, DefaultConfigFile());
+    std::string userFile = UserFolderUtils::PathBelow(kApplicationSupportFolderType,
+                                                      std::string(kConfigFolder) + kConfigFile);
+    if (FileSystemUtils::DoesPathExist(userFile))
+        BringUpToDate(userFile, DefaultConfigFile());
+    else if (GetUserCfgDir(kConfigFolder).empty())
+        userFile.clear();
+    else if (FileSystemUtils::IsPathMissing(userFile))
+        CreateConfig(userFile, DefaultConfigFile());
     return userFile;
 }
 
@@ -109,9 +109,10 @@ std::string LogTransUtils::GetTransporterDefaultCfgDir() {
 }
 
 std::string LogTransUtils::GetUserLogFullPath() {
-    std::string library, folder;
-    if (UserFolderUtils::FindFolder(kDomainLibraryFolderType, kLogFolder, folder))
+    const std::string folder = UserFolderUtils::PathBelow(kDomainLibraryFolderType, kLogFolder);
+    if (FileSystemUtils::IsDirectory(folder))
         return folder;
+    std::string library;
     if (!GetUserLibraryDir(library))
         return std::string();
     FileSystemUtils::CreateLocalDirectory(folder);

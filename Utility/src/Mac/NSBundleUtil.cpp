@@ -3,8 +3,8 @@
 #include "Utility/src/Mac/CFBundleUtil.h"
 
 bool NSBundleUtil::ValidateMainBundle() {
-    std::string identifier;
-    return CFBundleUtil::GetBundleIdentifier(CFBundleUtil::GetMainBundle(), identifier);
+    const CFBundleRef bundle = CFBundleUtil::GetMainBundle();
+    return bundle && !bundle->identifier.empty();
 }
 
 CFBundleRef NSBundleUtil::GetMainBundle() {

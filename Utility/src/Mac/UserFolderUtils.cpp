@@ -18,11 +18,7 @@ bool UserFolderUtils::GetUserLibraryDir(std::string& path) {
     return GetBaseDir(kUserDomain, kDomainLibraryFolderType, true, path);
 }
 
-bool UserFolderUtils::FindFolder(std::uint32_t type, const std::string& relative,
-                                 std::string& path) {
+std::string UserFolderUtils::PathBelow(std::uint32_t type, const std::string& relative) {
     const std::string folder = Platform::FolderPath(kUserDomain, type);
-    if (folder.empty())
-        return false;
-    path = FileSystemUtils::AppendPathElement(folder, relative);
-    return FileSystemUtils::IsDirectory(path);
+    return folder.empty() ? folder : FileSystemUtils::AppendPathElement(folder, relative);
 }

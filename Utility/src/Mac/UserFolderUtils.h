@@ -13,7 +13,7 @@ public:
     static bool GetAppSupportDataDir(std::string& path);
     static bool GetUserLibraryDir(std::string& path);
 
-    /// Sets `path` to that of a folder below a standard one, unless that has none. Whether the
-    /// folder is there; then so is all above it.
-    static bool FindFolder(std::uint32_t type, const std::string& relative, std::string& path);
+    /// Path of an item below a standard folder; neither needs to be there. Empty where that folder
+    /// has no path.
+    static std::string PathBelow(std::uint32_t type, const std::string& relative);
 };
