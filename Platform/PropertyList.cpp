@@ -14,6 +14,16 @@ PropertyList PropertyList::Opaque(OpaqueRef original) {
     return opaque;
 }
 
+PropertyList::PropertyList(const PropertyList& other) = default;
+PropertyList::PropertyList(PropertyList&& other) noexcept = default;
+PropertyList& PropertyList::operator=(const PropertyList& other) = default;
+PropertyList& PropertyList::operator=(PropertyList&& other) noexcept = default;
+PropertyList::~PropertyList() = default;
+
+bool PropertyList::operator==(const PropertyList& other) const {
+    return m_value == other.m_value;
+}
+
 PropertyList::Kind PropertyList::GetKind() const {
     static_assert(std::variant_size_v<decltype(m_value)> == std::size_t(Kind::Other) + 1);
     return static_cast<Kind>(m_value.index());

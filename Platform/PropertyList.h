@@ -36,6 +36,13 @@ public:
     explicit PropertyList(Array array) : m_value(std::move(array)) {}
     explicit PropertyList(std::int32_t number) : m_value(Number{number, nullptr}) {}
 
+    // In one place, for they are long.
+    PropertyList(const PropertyList& other);
+    PropertyList(PropertyList&& other) noexcept;
+    PropertyList& operator=(const PropertyList& other);
+    PropertyList& operator=(PropertyList&& other) noexcept;
+    ~PropertyList();
+
     /// A number of another width or a real. `value` is its reading as a signed 32-bit integer
     /// (a real loses its fraction), or nothing where it has none; `original` is written back.
     static PropertyList ForeignNumber(std::optional<std::int32_t> value, OpaqueRef original);
@@ -56,7 +63,7 @@ public:
     const PropertyList* Find(std::string_view key) const;
 
     /// Deep equality. Opaque values and foreign numbers are equal only to themselves.
-    bool operator==(const PropertyList& other) const = default;
+    bool operator==(const PropertyList& other) const;
 
 private:
     struct Number {

@@ -9,7 +9,6 @@
 #include "Utility/src/Mac/CommonMacUtils.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/NSBundleUtil.h"
-#include "Utility/src/StringUtils.h"
 
 namespace {
 
@@ -43,7 +42,10 @@ std::optional<Platform::PropertyList> UserSetting(const char* key) {
 
 std::string LogUtils::GetOSVersion() {
     const Platform::SystemVersion version = Platform::GetSystemVersion();
-    return StringUtils::FormatString("OS %d.%d.%d", version.major, version.minor, version.fix);
+    std::string text = "OS " + Converters::NumberToString(version.major);
+    for (const int number : {version.minor, version.fix})
+        text.append(".").append(Converters::NumberToString(number));
+    return text;
 }
 
 std::string LogUtils::GetOSType() {

@@ -49,12 +49,6 @@ public:
                Synchronize();
     }
 
-    bool WriteChanged(PropertyList dictionary, const std::string& subKey,
-                      PropertyList value) const {
-        dictionary.AsDictionary()->insert_or_assign(subKey, std::move(value));
-        return Write(dictionary);
-    }
-
 private:
     const PlatformText m_key;
     const PlatformText m_domain;
@@ -76,20 +70,22 @@ bool ReadTwoLevels(const Place& place, const std::string& subKey, Value& out) {
     return CommonMacUtils::Convert(dictionary ? dictionary->Find(subKey) : nullptr, out);
 }
 
-template <class Value>
-bool WriteOneLevel(const Place& place, const Value& value) {
-    return place.IsComplete() && place.Write(PropertyList(value));
+bool WriteOneLevel(const Place& place, const PropertyList& value) {
+    return place.IsComplete() && place.Write(value);
 }
 
-template <class Value>
-bool WriteTwoLevels(const Place& place, const std::string& subKey, const Value& value) {
+/// Stores the value unless it is there already, or any text is and `keepText` is set.
+bool WriteTwoLevels(const Place& place, const std::string& subKey, PropertyList value,
+                    bool keepText = false) {
     const CFPropertyListRef dictionary = place.ReadForChange();
     if (!dictionary || subKey.empty())
         return false;
-    PropertyList changed(value);
     const PropertyList* there = dictionary->Find(subKey);
-    return (there && *there == changed) ||
-           place.WriteChanged(*dictionary, subKey, std::move(changed));
+    if (there && (*there == value || (keepText && there->AsString())))
+        return true;
+    PropertyList changed = *dictionary;
+    changed.AsDictionary()->insert_or_assign(subKey, std::move(value));
+    return place.Write(changed);
 }
 
 } // namespace
@@ -124,24 +120,24 @@ bool PreferenceUtil::GetPreferenceValue(const std::string& key, const std::strin
 bool PreferenceUtil::SetPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                         const std::string& domain, const std::string& value,
                                         CFStringRef user, CFStringRef host) {
-    return WriteTwoLevels({dictKey, domain, user, host}, subKey, value);
+    return WriteTwoLevels({dictKey, domain, user, host}, subKey, PropertyList(value));
 }
 
 bool PreferenceUtil::SetPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                         const std::string& domain, const int& value,
                                         CFStringRef user, CFStringRef host) {
-    return WriteTwoLevels({dictKey, domain, user, host}, subKey, value);
+    return WriteTwoLevels({dictKey, domain, user, host}, subKey, PropertyList(value));
 }
 
 bool PreferenceUtil::SetPreferenceValue(const std::string& key, const std::string& domain,
                                         const std::string& value, CFStringRef user,
                                         CFStringRef host) {
-    return WriteOneLevel({key, domain, user, host}, value);
+    return WriteOneLevel({key, domain, user, host}, PropertyList(value));
 }
 
 bool PreferenceUtil::SetPreferenceValue(const std::string& key, const std::string& domain,
                                         const int& value, CFStringRef user, CFStringRef host) {
-    return WriteOneLevel({key, domain, user, host}, value);
+    return WriteOneLevel({key, domain, user, host}, PropertyList(value));
 }
 
 bool PreferenceUtil::AddPreferenceValue(const std::string& key, const std::string& domain,
@@ -156,13 +152,7 @@ bool PreferenceUtil::AddPreferenceValue(const std::string& key, const std::strin
 bool PreferenceUtil::AddPreferenceValue(const std::string& dictKey, const std::string& subKey,
                                         const std::string& domain, const std::string& value,
                                         CFStringRef user, CFStringRef host) {
-    const Place place{dictKey, domain, user, host};
-    const CFPropertyListRef dictionary = place.ReadForChange();
-    if (!dictionary || subKey.empty())
-        return false;
-    const PropertyList* there = dictionary->Find(subKey);
-    return (there && there->AsString()) ||
-           place.WriteChanged(*dictionary, subKey, PropertyList(value));
+    return WriteTwoLevels({dictKey, domain, user, host}, subKey, PropertyList(value), true);
 }
 
 bool PreferenceUtil::ReadPreferenceValue(const std::string& dictKey, const std::string& subKey,
