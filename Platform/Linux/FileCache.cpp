@@ -16,6 +16,7 @@ namespace {
 using Condition = FileState::Condition;
 
 constexpr std::size_t kMaximumFiles = 16;
+constexpr std::size_t kMaximumKeptBytes = 262'144;
 /// Two changes so close together may bear the same time stamp.
 constexpr std::int64_t kStampGranularity = 50'000'000;
 
@@ -54,11 +55,7 @@ FileState StateOfFailure(int reason) {
     return StateWithoutValues(Condition::Unreadable, reason);
 }
 
-FileState ReadState(int descriptor, FileReader reader) {
-    std::string bytes;
-    if (!ReadToEnd(descriptor, kMaximumPropertyListBytes, bytes))
-        return errno == EFBIG ? StateWithoutValues(Condition::Unparsable)
-                              : StateWithoutValues(Condition::Unreadable, errno);
+FileState StateOf(const std::string& bytes, FileReader reader) {
     std::optional<PropertyList> values = reader(bytes);
     if (!values)
         return StateWithoutValues(Condition::Unparsable);
@@ -78,36 +75,49 @@ public:
         if (::stat(path.c_str(), &status) != 0)
             return StateOfFailure(errno);
         const auto known = m_files.find(path);
-        if (known != m_files.end() && known->second.stamp == Stamp(status))
+        if (known == m_files.end())
+            return ReadAnew(path, reader, nullptr);
+        if (known->second.isSettled && known->second.stamp == Stamp(status))
             return known->second.state;
-        return ReadAnew(path, reader);
+        return ReadAnew(path, reader, &known->second);
     }
 
 private:
     struct KnownFile {
         Descriptor file; ///< keeps the file's inode number from being given to another file
         Stamp stamp;
+        bool isSettled;    ///< the stamp alone tells whether the file is unchanged
+        std::string bytes; ///< they tell it until then; none when there are too many
         FileState state;
     };
 
-    FileState ReadAnew(const std::string& path, FileReader reader) VISTRA_REQUIRES(m_mutex) {
-        m_files.erase(path);
+    FileState ReadAnew(const std::string& path, FileReader reader, const KnownFile* old)
+        VISTRA_REQUIRES(m_mutex) {
         struct stat status = {};
         Descriptor file = OpenRegularFile(path, O_RDONLY, &status);
         if (!file.IsOpen())
             return StateOfFailure(errno);
         const Stamp stamp(status);
-        const bool settled = stamp.IsSettled();
-        FileState state = ReadState(file.Get(), reader);
-        if (settled && state.condition != Condition::Unreadable)
-            Remember(path, KnownFile{std::move(file), stamp, state});
-        return state;
+        KnownFile read{std::move(file), stamp, stamp.IsSettled(), {}, {}};
+        if (!ReadToEnd(read.file.Get(), kMaximumPropertyListBytes, read.bytes)) {
+            if (errno != EFBIG)
+                return StateWithoutValues(Condition::Unreadable, errno);
+            read.bytes.clear();
+            read.state = StateWithoutValues(Condition::Unparsable);
+        } else if (old && !old->bytes.empty() && old->bytes == read.bytes) {
+            read.state = old->state;
+        } else {
+            read.state = StateOf(read.bytes, reader);
+        }
+        if (read.isSettled || read.bytes.size() > kMaximumKeptBytes)
+            read.bytes = std::string();
+        return Remember(path, std::move(read));
     }
 
-    void Remember(const std::string& path, KnownFile known) VISTRA_REQUIRES(m_mutex) {
+    FileState Remember(const std::string& path, KnownFile known) VISTRA_REQUIRES(m_mutex) {
         if (m_files.size() >= kMaximumFiles)
             m_files.clear();
-        m_files.emplace(path, std::move(known));
+        return m_files.insert_or_assign(path, std::move(known)).first->second.state;
     }
 
     AnnotatedMutex m_mutex;
