@@ -31,6 +31,7 @@ namespace {
 
 constexpr char kFolder[] = "/preferences/";
 constexpr char kExtension[] = ".plist";
+constexpr std::size_t kUsualRest = 64; ///< of a path, without home folder and domain
 
 bool CanNameFile(const std::string& domain) {
     return !domain.empty() && domain.find('/') == std::string::npos &&
@@ -52,6 +53,7 @@ std::optional<PreferencePaths> PathsOfUser(const std::string& domain, CFStringRe
     std::string path = ConfigHome();
     if (path.empty())
         return std::nullopt;
+    path.reserve(path.size() + domain.size() + kUsualRest);
     path += kFolder;
     if (host == kCFPreferencesCurrentHost) {
         const std::string machine = ThisMachine();
