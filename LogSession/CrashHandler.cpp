@@ -35,10 +35,14 @@ struct FileStat {
     auto operator<=>(const FileStat&) const = default;
 };
 
+std::string LogDirPath() {
+    return UserFolderUtils::PathBelow(kDomainLibraryFolderType, kMarkerFolder);
+}
+
 /// Finds the folder of the markers and creates it. 0, -1 when the user has no Library folder, -2
 /// when the folder cannot be created.
 int GetLogDir(std::string& dir) {
-    dir = UserFolderUtils::PathBelow(kDomainLibraryFolderType, kMarkerFolder);
+    dir = LogDirPath();
     if (FileSystemUtils::IsDirectory(dir))
         return 0;
     std::string library;
@@ -100,8 +104,12 @@ bool CrashHandler::SetCrashHandler(LogSession* session, const std::string&) {
 }
 
 bool CrashHandler::RecordSessionInfo(LogSession* session) {
-    std::string dir, path;
-    if (!session || GetLogDir(dir) != 0 || !GetSessionInfoName(session, dir, path))
+    std::string dir = LogDirPath(), path;
+    if (dir.empty() || !GetSessionInfoName(session, dir, path))
+        return false;
+    if (FileSystemUtils::WriteFile("", path) == 0) // unless it is the folder's first marker
+        return true;
+    if (GetLogDir(dir) != 0)
         return false;
     FileSystemUtils::WriteFile("", path);
     return true;
