@@ -9,6 +9,7 @@
 #include "Utility/src/Mac/LogUtilsMac.h"
 #include "Utility/src/RecordNames.h"
 
+#include <initializer_list>
 #include <utility>
 #include <vector>
 
@@ -19,7 +20,7 @@ namespace {
 using Facts = std::initializer_list<std::pair<const char*, std::string>>;
 
 /// Writes a standard group with a record for each fact; returns its number.
-int WriteGroup(LogSession& session, const char* name, const Facts& facts) {
+int WriteGroup(LogSession& session, const char* name, Facts facts) {
     const int group = session.NewGroupTag(kVistraCategory, nullptr, name, kNoDocument);
     for (const auto& [key, value] : facts)
         session.DataRecTag(group, key, value.c_str());
