@@ -101,6 +101,20 @@ int WRAPPERUTAddToGroup(LogSession* session, int groupId, const char* pcKey, con
     return AddToGroup(session, groupId, key, value) ? 0 : 1;
 }
 
+bool VerifyString(const DataLogger& dataLogger, const char* input, CheckedText& out, int kind) {
+    if (input) {
+        const std::string_view text = input;
+        if (LogDataValidator::StandsAsItIs(text, kind)) {
+            out.Refer(text);
+            return true;
+        }
+    }
+    std::string treated;
+    const bool isUsable = VerifyString(dataLogger, input, treated, kind);
+    out.Keep(std::move(treated));
+    return isUsable;
+}
+
 void NewDataGroup(LogSession* session, const char* category, const char* subCategory,
                   const char* groupName, int& groupId, unsigned char* docId, int docIdLength) {
     groupId = session->NewGroupTag(category, subCategory, groupName,

@@ -203,17 +203,6 @@ bool VerifyString(const DataLogger& dataLogger, const char* input, std::string& 
     return code == kShortened;
 }
 
-bool VerifyString(const DataLogger& dataLogger, const char* input, CheckedText& out, int kind) {
-    if (input && LogDataValidator::StandsAsItIs(input, kind)) {
-        out.Refer(input);
-        return true;
-    }
-    std::string treated;
-    const bool isUsable = VerifyString(dataLogger, input, treated, kind);
-    out.Keep(std::move(treated));
-    return isUsable;
-}
-
 int WRAPPERUTInitialize(const char* pcUsagekey, bool crashDetection, const char* agentFolder) {
     const MutexProxy lock(gApiMutex);
     LogInfo("UTInitialize", __LINE__);

@@ -52,7 +52,7 @@ char* WriteEscaped(const Table& table, char* out, std::string_view& text) {
 }
 
 /// Whether the text may stand in a document as it is, but for characters to escape.
-bool IsDocumentText(std::string_view text) {
+[[gnu::flatten]] bool IsDocumentText(std::string_view text) {
     return utf8::is_valid(text.begin(), text.end()) &&
            text.find("\xEF\xBF\xBE") == std::string_view::npos &&
            text.find("\xEF\xBF\xBF") == std::string_view::npos;
