@@ -30,3 +30,22 @@ TEST(Validator, TextIsTreatedByTheFirstFormatOfItsKind) {
     EXPECT_EQ(Verify(nullptr, 0x4000000) + Verify("", 0x2000000), "3 VS_STR_NULL5 VS_STR_EMPTY");
     EXPECT_EQ(Verify(nullptr, 0x2000000) + Verify("", 0x4000000), "0 NOVALUE0 NOVALUE");
 }
+
+TEST(Validator, TextThatStandsAsItIsWouldBeAcceptedUntouched) {
+    constexpr int kKinds[] = {0,    0x1,   0x2,     0x4,     0x8,        0x10,      0x20,     0x40,
+                              0x80, 0x100, 0x20000, 0x40000, 0x40000000, 0x2 | 0x4, 0x1 | 0x8};
+    int standing = 0;
+    for (const char* head : {"", "a", "a_9Z", "_", "9", "a b", "a\\", "a\xC3\xA9", "a\x01", "Z<"})
+        for (const std::size_t size : {0, 5, 64, 65, 128, 129, 512, 513})
+            for (const int kind : kKinds) {
+                std::string text = head;
+                text.resize(std::max(size, text.size()), 'x');
+                const bool stands = LogDataValidator::StandsAsItIs(text, kind | kOptional);
+                if (stands) {
+                    EXPECT_EQ(Verify(text.c_str(), kind), "0 " + text) << kind;
+                }
+                standing += stands;
+            }
+    EXPECT_GT(standing, 200); // else everything is copied
+    EXPECT_FALSE(LogDataValidator::StandsAsItIs("", kValueKind | kOptional)); // to be NOVALUE
+}

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 static std::string HashOf(const std::string& a, const std::string& b) {
     return StringUtils::Hash(a.data(), a.size(), b.data(), b.size());
 }
@@ -44,6 +46,33 @@ TEST(Text, BecomesAnAttributeValue) {
                                      7);
     EXPECT_THAT(std::string(record.View()),
                 testing::ContainsRegex("Build=\"<\xEF\xBF\xBD\" ProductLanguage=\"<\xEF"));
+}
+
+TEST(Text, IsEscapedPieceByPieceWhateverTheirOrder) {
+    const std::pair<std::string_view, std::string_view> kPieces[] = {
+        {"a", "a"},
+        {"plain text ", "plain text "},
+        {"<", "&#60;"},
+        {"&\"'", "&#38;&#34;&#39;"},
+        {"\x7F\x01", "\x7F\x01"},
+        {"\xC3\xA9\xF0\x9F\x98\x80", "\xC3\xA9\xF0\x9F\x98\x80"},
+        {"\xEF\xBF\xBD", "\xEF\xBF\xBD"},
+        {"\xEF\xBF\xBF", "\xEF\xBF\xBD"},
+        {"\xFF", "\xEF\xBF\xBD"}};
+    std::minstd_rand random(1);
+    RecordBuffer record; // reused, as a session does it
+    for (std::size_t pieces = 1; pieces < 300; ++pieces) {
+        std::string text, expected;
+        for (std::size_t i = 0; i < pieces; ++i) {
+            const auto& [piece, written] = kPieces[random() % std::size(kPieces)];
+            text += piece;
+            expected += written;
+        }
+        ASSERT_EQ(StringUtils::ConformXMLString(text.c_str()), expected);
+        record.Clear();
+        UsageRecord::AppendNewDoc(record, text, "T", 7);
+        ASSERT_EQ(record.View(), "<NewDoc doc=\"" + expected + "\" time=\"T\" seq=\"7\" />\n");
+    }
 }
 
 TEST(Text, TimeIsUniversalWhateverTheZone) {
