@@ -50,11 +50,20 @@ void* operator new(std::size_t size) {
         return memory;
     throw std::bad_alloc();
 }
+void* operator new[](std::size_t size) { // a sanitizer's own would not come here
+    return operator new(size);
+}
 // Inlined, they look to the compiler as if they freed what another allocator made.
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
