@@ -25,6 +25,11 @@
 #include <unistd.h>
 #include <vector>
 
+// Functions of a host may have the names of others that the library uses.
+extern "C" [[gnu::visibility("default")]] void MD5Init() {
+    std::abort();
+}
+
 namespace {
 
 // Of the call; NULL is nothing. Calls may come when static objects have gone, so some never go.
