@@ -99,18 +99,18 @@ private:
             return StateOfFailure(errno);
         const Stamp stamp(status);
         KnownFile read{std::move(file), stamp, stamp.IsSettled(), {}, {}};
-        if (!ReadToEnd(read.file.Get(), kMaximumPropertyListBytes, read.bytes)) {
+        std::string bytes;
+        if (!ReadToEnd(read.file.Get(), kMaximumPropertyListBytes, bytes)) {
             if (errno != EFBIG)
                 return StateWithoutValues(Condition::Unreadable, errno);
-            read.bytes.clear();
             read.state = StateWithoutValues(Condition::Unparsable);
-        } else if (old && !old->bytes.empty() && old->bytes == read.bytes) {
+        } else if (old && !old->bytes.empty() && old->bytes == bytes) {
             read.state = old->state;
         } else {
-            read.state = StateOf(read.bytes, reader);
+            read.state = StateOf(bytes, reader);
         }
-        if (read.isSettled || read.bytes.size() > kMaximumKeptBytes)
-            read.bytes = std::string();
+        if (!read.isSettled && bytes.size() <= kMaximumKeptBytes)
+            read.bytes = std::move(bytes);
         return Remember(path, std::move(read));
     }
 
