@@ -116,20 +116,20 @@ CFBundleRef LoadedBundle(const std::string& identifier) {
 }
 
 CFBundleRef BundleAtPath(const std::string& path) {
-    if (path.empty())
-        return nullptr;
     std::error_code failure;
     std::string location = path.starts_with('/') ? path : fs::absolute(path, failure).string();
+    if (path.empty() || failure)
+        return nullptr;
     while (location.size() > 1 && location.ends_with('/'))
         location.pop_back();
     const std::string contents = location + kContents;
     FileState info = ReadDictionaryFile(contents + kInfoFile);
-    if (info.condition == FileState::Condition::Missing) {
-        if (TypeOfItem(location) != ItemType::Folder)
-            return nullptr;
-        if (TypeOfItem(contents) != ItemType::Folder)
-            info = ReadDictionaryFile(location + kInfoFile);
-    }
+    const bool isMissing = info.condition == FileState::Condition::Missing;
+    const bool isReached = !isMissing && info.condition != FileState::Condition::Unreadable;
+    if (!isReached && TypeOfItem(location) != ItemType::Folder)
+        return nullptr;
+    if (isMissing && TypeOfItem(contents) != ItemType::Folder)
+        info = ReadDictionaryFile(location + kInfoFile);
     return MakeBundle(std::move(location), std::move(info));
 }
 
