@@ -14,6 +14,10 @@ class LogSession;
 /// A host's string after its check. Most need no treatment, and thus no copy.
 class CheckedText {
 public:
+    CheckedText() = default;
+    CheckedText(const CheckedText&) = delete;
+    CheckedText& operator=(const CheckedText&) = delete;
+
     void Refer(std::string_view text) { m_text = text; }
     /// For a text, or a marker, that is not the host's own.
     void Keep(std::string text) {
