@@ -17,8 +17,8 @@ function(vistra_build_for_speed)
   set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS $<$<CONFIG:Release>:-O2>)
 endfunction()
 
-# The shared library is optimised as a whole, which takes nearly a quarter off its size. Its objects hold
-# ordinary code as well, so that all other programs are linked as fast as ever.
+# The shared library is optimised as a whole, which takes nearly a quarter off its size. Its objects
+# hold ordinary code as well, so that all other programs are linked as fast as ever.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   set(VISTRA_WHOLE_LIBRARY $<$<CONFIG:Release>:-flto=auto>)
   target_compile_options(VistraLibraryCode INTERFACE
