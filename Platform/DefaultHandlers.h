@@ -2,8 +2,6 @@
 
 #include "Platform/PropertyList.h"
 
-#include <optional>
-
 namespace Platform {
 
 // Keys of one element of the list.

@@ -4,7 +4,6 @@
 #include "Platform/Linux/Environment.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <pwd.h>
 #include <unistd.h>
 
