@@ -61,7 +61,9 @@ int WRAPPERUTLogEvent(LogSession* session, const char* pcCategory, const char* p
         !VerifyArgument(document, "pcEventName", pcEventName, eventName, kEventNameKind | kOptional,
                         __LINE__))
         return 1;
-    session->EventRecTag(category, subCategory, eventName, DocIdToHash(docId, docIdLength));
+    const std::string hash = docId ? DocIdToHash(docId, docIdLength) : std::string();
+    session->EventRecTag(category, subCategory, eventName,
+                         docId ? std::string_view(hash) : RecordNames::kNoDocument);
     return 0;
 }
 
