@@ -7,7 +7,11 @@
 #include "Benchmarks/BareFile.h"
 #include "Benchmarks/ResultTable.h"
 
+#include <benchmark/benchmark.h>
+
 #include <algorithm>
+#include <memory>
+#include <numeric>
 
 namespace {
 
@@ -49,9 +53,19 @@ double MeasureCalls(const BenchmarkAccount& account, std::size_t count) {
     return result;
 }
 
+/// The library writes what it has just composed. What the floor writes is not to come from farther
+/// away than that.
+void BringNear(const StoredSession& stored) {
+    std::size_t sum = 0;
+    for (const std::string& record : stored.records)
+        sum = std::accumulate(record.begin(), record.end(), sum);
+    benchmark::DoNotOptimize(sum);
+}
+
 double MeasureWrites(const BenchmarkAccount& account, const StoredSession& stored,
                      std::size_t count) {
     const BareFile file(account, stored);
+    BringNear(stored);
     const int descriptor = file.Descriptor();
     const std::string* next = stored.records.data();
     const auto write = [&next, descriptor](std::size_t) {
@@ -63,34 +77,56 @@ double MeasureWrites(const BenchmarkAccount& account, const StoredSession& store
     return Measurement::MicrosecondsEach(count - WarmingRecords(count), write);
 }
 
-template <Call call>
-void CompareCall(const std::string& section, const std::string& name, const Mode& mode,
-                 const std::string& target) {
-    const StoredSession stored = StoreSession(mode.account, call);
-    const std::size_t count = stored.records.size() - kSpareRecords;
-    const std::string what = name + ", " + mode.name;
-    const Samples samples = Measurement::InTurn(
-        what, kRounds,
-        {{"library", [&] { return MeasureCalls<call>(mode.account, count); }},
-         {"floor", [&] { return MeasureWrites(mode.account, stored, count); }}});
-    ResultTable::Compare(section, what, samples, "library", "floor", target);
-}
+/// All kinds of records, measured in turn: what slows the machine down for a while meets all.
+class Comparisons {
+public:
+    template <Call call>
+    void Add(const std::string& section, const std::string& name, const Mode& mode,
+             const std::string& target) {
+        const BenchmarkAccount& account = mode.account;
+        const auto stored = std::make_shared<const StoredSession>(StoreSession(account, call));
+        const std::size_t count = stored->records.size() - kSpareRecords;
+        const Row row{section, name + ", " + mode.name, target};
+        m_ways.push_back(
+            {row.Library(), [&account, count] { return MeasureCalls<call>(account, count); }});
+        m_ways.push_back({row.Floor(), [&account, stored, count] {
+                              return MeasureWrites(account, *stored, count);
+                          }});
+        m_rows.push_back(row);
+    }
+    void AddShort(const Mode& mode) {
+        using namespace RecordCalls;
+        Add<LogEvent>(kShort, "UTLogEvent", mode, mode.target);
+        Add<AddToSession>(kShort, "UTAddToSession", mode, mode.target);
+        Add<AddToGroup>(kShort, "UTAddToGroup", mode, mode.target);
+    }
+    void AddLong(const Mode& mode) {
+        using namespace RecordCalls;
+        Add<LogEventOfMarkup>(kLong, "UTLogEvent, 3 x 128 of '<'", mode, kLongTarget);
+        Add<AddToSession<kMarkup>>(kLong, "UTAddToSession, 512 of '<'", mode, kLongTarget);
+        Add<AddToGroup<kMarkup>>(kLong, "UTAddToGroup, 512 of '<'", mode, kLongTarget);
+        Add<AddToSession<kMixture>>(kLong, "UTAddToSession, 512 of mark-up and text", mode, "");
+        Add<AddToSession<kWorld>>(kLong, "UTAddToSession, 512 of non-ASCII", mode, "");
+    }
 
-void CompareShort(const Mode& mode) {
-    using namespace RecordCalls;
-    CompareCall<LogEvent>(kShort, "UTLogEvent", mode, mode.target);
-    CompareCall<AddToSession>(kShort, "UTAddToSession", mode, mode.target);
-    CompareCall<AddToGroup>(kShort, "UTAddToGroup", mode, mode.target);
-}
+    void Measure() const {
+        const Samples samples = Measurement::InTurn("records", kRounds, m_ways);
+        for (const Row& row : m_rows)
+            ResultTable::Compare(row.section, row.what, samples, row.Library(), row.Floor(),
+                                 row.target);
+    }
 
-void CompareLong(const Mode& mode) {
-    using namespace RecordCalls;
-    CompareCall<LogEventOfMarkup>(kLong, "UTLogEvent, 3 x 128 of '<'", mode, kLongTarget);
-    CompareCall<AddToSession<kMarkup>>(kLong, "UTAddToSession, 512 of '<'", mode, kLongTarget);
-    CompareCall<AddToGroup<kMarkup>>(kLong, "UTAddToGroup, 512 of '<'", mode, kLongTarget);
-    CompareCall<AddToSession<kMixture>>(kLong, "UTAddToSession, 512 of mark-up and text", mode, "");
-    CompareCall<AddToSession<kWorld>>(kLong, "UTAddToSession, 512 of non-ASCII", mode, "");
-}
+private:
+    struct Row {
+        std::string section, what, target;
+
+        std::string Library() const { return what + ": library"; }
+        std::string Floor() const { return what + ": floor"; }
+    };
+
+    std::vector<Way> m_ways;
+    std::vector<Row> m_rows;
+};
 
 /// `prelude` records that do not count, then `count` that do.
 double MeasureSession(const BenchmarkAccount& account, std::size_t prelude, std::size_t count) {
@@ -137,8 +173,12 @@ int main() {
     const Mode modes[] = {{"in clear", clear, kClearTarget},
                           {"obfuscated", obfuscated, kObfuscatedTarget}};
     HostCalls::Initialize(obfuscated);
-    std::ranges::for_each(modes, CompareShort);
-    std::ranges::for_each(modes, CompareLong);
+    Comparisons comparisons;
+    for (const Mode& mode : modes)
+        comparisons.AddShort(mode);
+    for (const Mode& mode : modes)
+        comparisons.AddLong(mode);
+    comparisons.Measure();
     std::ranges::for_each(modes, CompareSustained);
     return 0;
 }
