@@ -34,9 +34,10 @@ TEST(Validator, TextIsTreatedByTheFirstFormatOfItsKind) {
 TEST(Validator, TextThatStandsAsItIsWouldBeAcceptedUntouched) {
     constexpr int kKinds[] = {0,    0x1,   0x2,     0x4,     0x8,        0x10,      0x20,     0x40,
                               0x80, 0x100, 0x20000, 0x40000, 0x40000000, 0x2 | 0x4, 0x1 | 0x8};
+    constexpr std::size_t kSizes[] = {0, 5, 64, 65, 128, 129, 512, 513};
     int standing = 0;
     for (const char* head : {"", "a", "a_9Z", "_", "9", "a b", "a\\", "a\xC3\xA9", "a\x01", "Z<"})
-        for (const std::size_t size : {0, 5, 64, 65, 128, 129, 512, 513})
+        for (const std::size_t size : kSizes)
             for (const int kind : kKinds) {
                 std::string text = head;
                 text.resize(std::max(size, text.size()), 'x');
