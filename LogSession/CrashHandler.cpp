@@ -12,9 +12,8 @@
 #include "Utility/src/Mac/UserFolderUtils.h"
 #include "Utility/src/PreferenceKeys.h"
 
-#include <algorithm>
 #include <compare>
-#include <functional>
+#include <set>
 
 namespace CrashHandlingSpace {
 
@@ -70,16 +69,15 @@ void PruneMarkers(const std::string& dir) {
     FileSystemUtils::GetFilesInDirectory(dir, paths, false);
     if (paths.size() <= kKeptMarkers)
         return;
-    std::vector<FileStat> files;
+    // A set: while others create and delete markers, a listing may name one twice.
+    std::set<FileStat> files;
     for (std::string& path : paths) {
-        FileStat& file = files.emplace_back(FileStat{0, std::move(path)});
+        FileStat file{0, std::move(path)};
         FileSystemUtils::GetFileLastModifiedTime(file.path, file.modified);
+        files.insert(std::move(file));
     }
-    std::make_heap(files.begin(), files.end(), std::greater());
-    for (; files.size() > kKeptMarkers; files.pop_back()) {
-        std::pop_heap(files.begin(), files.end(), std::greater());
-        FileSystemUtils::DeleteLocalFile(files.back().path);
-    }
+    for (; files.size() > kKeptMarkers; files.erase(files.begin()))
+        FileSystemUtils::DeleteLocalFile(files.begin()->path);
 }
 
 } // namespace
