@@ -11,6 +11,7 @@
 #include "Utility/src/Mac/PreferenceUtil.h"
 #include "Utility/src/Mac/UserFolderUtils.h"
 #include "Utility/src/PreferenceKeys.h"
+#include "Utility/src/UsageFolders.h"
 
 #include <compare>
 #include <set>
@@ -22,8 +23,6 @@ namespace {
 Logger* const logger = Logger::GetLogger(kLoggerName);
 constexpr char kSourceUnit[] = "LogSession/CrashHandler";
 constexpr long kEntryLine = 493; ///< under which readers of the log know the entry
-constexpr char kMarkerFolder[] = "/Logs/Norvale/Vistra/SessionInfo/";
-constexpr char kMarkerExtension[] = ".sif";
 constexpr std::size_t kKeptMarkers = 50;
 
 /// A marker of the folder. Those of one second are ordered by path, so that two processes that
@@ -35,7 +34,7 @@ struct FileStat {
 };
 
 std::string LogDirPath() {
-    return UserFolderUtils::PathBelow(kDomainLibraryFolderType, kMarkerFolder);
+    return UserFolderUtils::PathBelow(kDomainLibraryFolderType, UsageFolders::kMarkers);
 }
 
 /// Finds the folder of the markers and creates it. 0, -1 when the user has no Library folder, -2
@@ -59,7 +58,7 @@ bool GetSessionInfoName(LogSession* session, const std::string& dir, std::string
          {session->GetProductFamily(), session->GetProductName(), session->GetSessionId(),
           Converters::NumberToString(Platform::CurrentProcessId()), session->GetProcessName()})
         path += "_" + field;
-    path += kMarkerExtension;
+    path += UsageFolders::kMarkerExtension;
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/UserFolderUtils.h"
 #include "Utility/src/TransConfigUtils.h"
+#include "Utility/src/UsageFolders.h"
 
 #include <new>
 
@@ -26,7 +27,6 @@ constexpr char kConfigFolder[] = "/Norvale/LogTransport2/";
 constexpr char kConfigFile[] = "LogTransport2.cfg";
 constexpr char kPolicyFolder[] = "/Norvale/Fathom/Fathom1.0";
 constexpr char kPolicyFile[] = "/fathom_policy.xml";
-constexpr char kLogFolder[] = "/Logs/Norvale/LogTransport2";
 constexpr char kLockFile[] = "/.LogTransportAppLock";
 
 /// Whether the user's configuration is older than what came with the agent.
@@ -109,7 +109,8 @@ std::string LogTransUtils::GetTransporterDefaultCfgDir() {
 }
 
 std::string LogTransUtils::GetUserLogFullPath() {
-    const std::string folder = UserFolderUtils::PathBelow(kDomainLibraryFolderType, kLogFolder);
+    const std::string folder =
+        UserFolderUtils::PathBelow(kDomainLibraryFolderType, UsageFolders::kDocuments);
     if (FileSystemUtils::IsDirectory(folder))
         return folder;
     std::string library;

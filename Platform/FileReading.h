@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Platform/Files.h"
+
+#include <cstddef>
+
+// Looking at files that others are at work on. Nothing here logs, waits for a lock, or takes one.
+
+namespace Platform {
+
+/// Reads up to `size` bytes from the file's current position; 0 at its end. Nothing on failure.
+std::optional<std::size_t> ReadFromFile(FileHandle file, char* bytes, std::size_t size);
+
+/// Whether some process holds the file under an exclusive advisory lock. The lock itself is not
+/// touched: a program that is just about to take it must not find it taken. False also when the
+/// system does not tell.
+bool IsHeldLocked(const std::string& path);
+
+} // namespace Platform

@@ -1,0 +1,3 @@
+#include "Tools/vistra/Commands.h"
+
+void AddCheckCommand(CLI::App&, ExitCode&) {}

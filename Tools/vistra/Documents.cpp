@@ -1,0 +1,130 @@
+#include "Tools/vistra/Documents.h"
+
+#include "Platform/FileReading.h"
+#include "Tools/vistra/Console.h"
+#include "Tools/vistra/PieceReader.h"
+
+namespace {
+
+/// Remembers the first thing that is wrong with a document, and how many there are.
+class Trouble {
+public:
+    void Note(std::uint64_t line, const std::string& what) {
+        if (m_count++ > 0)
+            return;
+        m_line = line;
+        m_what = what;
+    }
+    bool Any() const { return m_count > 0; }
+
+    void Tell(const std::string& path) const {
+        const std::string more =
+            m_count == 1
+                ? ""
+                : std::string(" (the first of ").append(std::to_string(m_count)) + " places)";
+        Console::Complain(std::string(path).append(":").append(std::to_string(m_line)),
+                          m_what + more);
+    }
+
+private:
+    std::uint64_t m_line = 0;
+    std::uint64_t m_count = 0;
+    std::string m_what;
+};
+
+const char* WhatIsWrong(Piece::Kind kind) {
+    switch (kind) {
+    case Piece::Kind::Broken:
+        return "breaks off within a record";
+    case Piece::Kind::TooLong:
+        return "a record is too long to be read";
+    default:
+        return "holds something that is not a record";
+    }
+}
+
+bool IsClosing(RecordType type) {
+    return type == RecordType::EndSession || type == RecordType::SplitSession;
+}
+
+/// Goes through one document.
+class Reading {
+public:
+    Reading(const std::string& path, const DocumentHandler& handler)
+        : m_file(path), m_reader(m_file), m_handler(handler) {}
+
+    void Read() {
+        Piece piece;
+        while (m_reader.Next(piece))
+            Handle(piece);
+        if (!m_file.Problem().empty())
+            m_trouble.Note(m_reader.Line(), m_file.Problem());
+        else if (!m_isClosed)
+            m_trouble.Note(m_reader.Line(), Platform::IsHeldLocked(m_file.Path())
+                                                ? "is still being written; read up to here"
+                                                : "ends before its session does");
+    }
+
+    bool Succeeded() const {
+        if (m_trouble.Any())
+            m_trouble.Tell(m_file.Path());
+        return !m_trouble.Any();
+    }
+
+private:
+    void Handle(const Piece& piece) {
+        switch (piece.kind) {
+        case Piece::Kind::Record:
+            return HandleRecord(piece);
+        case Piece::Kind::RootEnd:
+            m_isClosed = m_lastCloses;
+            return;
+        case Piece::Kind::Prolog:
+        case Piece::Kind::RootStart:
+        case Piece::Kind::EmptyLine:
+            return;
+        default:
+            m_trouble.Note(piece.line, WhatIsWrong(piece.kind));
+        }
+    }
+
+    void HandleRecord(const Piece& piece) {
+        const Record record(piece.text);
+        if (!record.IsWhole() || record.Type() == RecordType::Other)
+            return m_trouble.Note(piece.line, "holds something that is not a record");
+        m_lastCloses = IsClosing(record.Type());
+        m_isClosed = false;
+        m_handler.record(record, piece.line);
+    }
+
+    DocumentFile m_file;
+    PieceReader m_reader;
+    const DocumentHandler& m_handler;
+    Trouble m_trouble;
+    bool m_lastCloses = false;
+    bool m_isClosed = false;
+};
+
+ExitCode ReadDocument(const std::string& path, const DocumentHandler& handler) {
+    const DocumentHead head = ReadDocumentHead(path);
+    if (!head.problem.empty()) {
+        Console::Complain(path, head.problem);
+        return ExitCode::InputMissed;
+    }
+    if (handler.begin)
+        handler.begin(head);
+    Reading reading(path, handler);
+    reading.Read();
+    if (handler.end)
+        handler.end();
+    return reading.Succeeded() ? ExitCode::Done : ExitCode::InputMissed;
+}
+
+} // namespace
+
+ExitCode ReadDocuments(const std::vector<std::string>& paths, const DocumentHandler& handler) {
+    ExitCode exit = ExitCode::Done;
+    for (const std::string& path : paths)
+        exit = Worse(exit, ReadDocument(path, handler));
+    return exit;
+}

@@ -1,0 +1,3 @@
+#include "Tools/vistra/Commands.h"
+
+void AddExportCommand(CLI::App&, ExitCode&) {}

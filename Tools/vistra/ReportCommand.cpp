@@ -1,0 +1,3 @@
+#include "Tools/vistra/Commands.h"
+
+void AddReportCommand(CLI::App&, ExitCode&) {}

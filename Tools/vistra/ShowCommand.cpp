@@ -1,0 +1,3 @@
+#include "Tools/vistra/Commands.h"
+
+void AddShowCommand(CLI::App&, ExitCode&) {}
