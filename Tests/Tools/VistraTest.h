@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Tests/Support/HostBundle.h"
-
-#include <gmock/gmock.h>
+#include "Tests/EndToEnd/EndToEndTest.h"
 
 #include <cstdlib>
 #include <string>
@@ -16,7 +14,7 @@ struct VistraRun {
 };
 
 /// Runs the command `vistra` in a user account of its own, in which a host may have played.
-class VistraTest : public testing::Test {
+class VistraTest : public EndToEndTest {
 protected:
     /// Runs it with shell words as its arguments; the account's folder is the current one.
     VistraRun Vistra(const std::string& arguments) const {
@@ -29,7 +27,4 @@ protected:
 
     std::string Path(const std::string& name) const { return m_account.Root() + "/" + name; }
     std::string Text(const std::string& name) const { return ReadText(Path(name)); }
-
-    Sandbox m_account;
-    HostBundle m_host{m_account};
 };

@@ -3,6 +3,7 @@
 #include "Platform/FileReading.h"
 #include "Tools/vistra/Console.h"
 #include "Tools/vistra/PieceReader.h"
+#include "Utility/src/UsageFileNames.h"
 
 namespace {
 
@@ -59,7 +60,7 @@ public:
             Handle(piece);
         if (!m_file.Problem().empty())
             m_trouble.Note(m_reader.Line(), m_file.Problem());
-        else if (!m_isClosed)
+        else if (!m_isClosed && !IsLeftover())
             m_trouble.Note(m_reader.Line(), Platform::IsHeldLocked(m_file.Path())
                                                 ? "is still being written; read up to here"
                                                 : "ends before its session does");
@@ -72,6 +73,11 @@ public:
     }
 
 private:
+    /// A session whose end filled its file leaves another one, which only resumes it.
+    bool IsLeftover() const {
+        return m_onlyResumes && !m_file.Path().ends_with(UsageFileNames::kInProgressExtension);
+    }
+
     void Handle(const Piece& piece) {
         switch (piece.kind) {
         case Piece::Kind::Record:
@@ -92,6 +98,8 @@ private:
         const Record record(piece.text);
         if (!record.IsWhole() || record.Type() == RecordType::Other)
             return m_trouble.Note(piece.line, "holds something that is not a record");
+        m_onlyResumes = m_isFirst && record.Type() == RecordType::ResumeSession;
+        m_isFirst = false;
         m_lastCloses = IsClosing(record.Type());
         m_isClosed = false;
         m_handler.record(record, piece.line);
@@ -101,6 +109,8 @@ private:
     PieceReader m_reader;
     const DocumentHandler& m_handler;
     Trouble m_trouble;
+    bool m_isFirst = true;
+    bool m_onlyResumes = false;
     bool m_lastCloses = false;
     bool m_isClosed = false;
 };

@@ -53,7 +53,8 @@ int main(int argc, char** argv) {
     try {
         exit = Run(argc, argv);
     } catch (const std::exception& failure) {
-        Console::Complain("failed", failure.what());
+        if (std::cout) // what became of the output is told below
+            Console::Complain("failed", failure.what());
     }
     Console::ShowProgress("");
     if (!std::cout.flush()) {

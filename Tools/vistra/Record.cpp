@@ -79,13 +79,12 @@ bool Record::ParseAttribute(std::string_view& rest) {
 /// Where the quote stands that ends the value. The texts of a resumed session may hold quotes
 /// themselves: theirs ends where the next attribute begins.
 std::size_t Record::EndOfValue(std::string_view rest) const {
-    constexpr std::string_view kNext[] = {
-        "\" ProductFamily=\"", "\" ProductName=\"",     "\" ProductVersion=\"",
-        "\" ProductBuild=\"",  "\" ProductLanguage=\"", "\" SessionStartTime=\"",
-        "\" User=\""};
-    if (m_type == RecordType::ResumeSession && m_count < std::size(kNext))
-        if (const std::size_t end = rest.find(kNext[m_count]); end != kNowhere)
+    const auto& names = AttributeName::kResumptionAttributes;
+    if (m_type == RecordType::ResumeSession && m_count + 1 < names.size()) {
+        const std::string next = std::string("\" ").append(names[m_count + 1]) + "=\"";
+        if (const std::size_t end = rest.find(next); end != kNowhere)
             return end;
+    }
     return rest.find('"');
 }
 
@@ -97,11 +96,17 @@ std::string_view Record::Written(std::string_view name) const {
 }
 
 std::string Record::Value(std::string_view name) const {
-    if (m_type == RecordType::ResumeSession)
-        return std::string(Written(name));
-    std::string value;
-    AppendResolved(value, Written(name));
-    return value;
+    std::string room;
+    return std::string(Value(name, room));
+}
+
+std::string_view Record::Value(std::string_view name, std::string& room) const {
+    const std::string_view written = Written(name);
+    if (m_type == RecordType::ResumeSession || written.find('&') == kNowhere)
+        return written;
+    room.clear();
+    AppendResolved(room, written);
+    return room;
 }
 
 std::optional<std::uint32_t> Record::Number(std::string_view name) const {

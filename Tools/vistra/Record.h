@@ -31,6 +31,11 @@ inline constexpr std::string_view kDoc = "doc";
 inline constexpr std::string_view kCategory = "category";
 inline constexpr std::string_view kSubcategory = "subcategory";
 inline constexpr std::string_view kSessionStartTime = "SessionStartTime";
+
+/// What a ResumeSession repeats of its session, in order; "time" and "seq" follow.
+inline constexpr std::array<std::string_view, 8> kResumptionAttributes{
+    "id",           "ProductFamily",   "ProductName",     "ProductVersion",
+    "ProductBuild", "ProductLanguage", kSessionStartTime, "User"};
 } // namespace AttributeName
 
 struct Attribute {
@@ -55,6 +60,8 @@ public:
     /// The value with its references resolved; empty when there is no such attribute. In a
     /// ResumeSession, whose texts are never escaped, the value as it stands.
     std::string Value(std::string_view name) const;
+    /// The same, in `room` where it is not written as it is.
+    std::string_view Value(std::string_view name, std::string& room) const;
     /// A decimal number without sign; nothing for anything else.
     std::optional<std::uint32_t> Number(std::string_view name) const;
 

@@ -1,0 +1,105 @@
+// The part of the check that looks at records in their order: what opens and closes a file, and
+// what has to be declared before it is used.
+
+#include "Tools/vistra/DocumentCheck.h"
+#include "Tools/vistra/TextCheck.h"
+
+#include <algorithm>
+
+using namespace AttributeName;
+
+namespace {
+
+std::string Number(std::uint64_t number) {
+    return std::to_string(number);
+}
+
+bool IsOpening(RecordType type) {
+    return type == RecordType::StartSession || type == RecordType::ResumeSession;
+}
+
+/// Whether the text would have had to be escaped elsewhere.
+bool HoldsMarkup(std::string_view text) {
+    return text.find_first_of("&<>\"") != std::string_view::npos;
+}
+
+} // namespace
+
+void DocumentCheck::CheckPlace(const Piece& piece, const Record& record) {
+    const bool isFirst = m_records == 0;
+    if (isFirst && m_frameLines == 0 && record.Type() != RecordType::StartSession)
+        RemarkOnce(piece.line, "no head: the file could not be opened at once after a split");
+    else if (isFirst && !m_isHeadWhole)
+        Depart(piece.line, "the head is not whole");
+    else if (isFirst != IsOpening(record.Type()))
+        Depart(piece.line, std::string(record.Tag()) +
+                               (isFirst ? " stands first in the file" : " stands within the file"));
+    if (m_isClosed && m_last == RecordType::EndSession && record.Type() == RecordType::SplitSession)
+        RemarkOnce(piece.line, "the session's end brought the file to its limit: a second end");
+    else if (m_isClosed || m_last == RecordType::EndSession || m_last == RecordType::SplitSession)
+        Depart(piece.line, std::string(record.Tag()) + " stands behind the end of the document");
+    CheckIdentity(piece, record);
+}
+
+void DocumentCheck::CheckIdentity(const Piece& piece, const Record& record) {
+    const bool bearsId = record.Type() <= RecordType::ResumeSession;
+    const std::string_view id = record.Written(kId);
+    if (bearsId && !IsGuid(id))
+        Depart(piece.line, "'" + std::string(id.substr(0, 40)) + "' is no session id");
+    else if (bearsId && !m_head.session.id.empty() && id != m_head.session.id)
+        Depart(piece.line, std::string(record.Tag()) + " bears the id of another session");
+    if (record.Type() == RecordType::StartSession)
+        CheckStart(piece, record);
+    if (record.Type() == RecordType::ResumeSession)
+        CheckResumption(piece, record);
+}
+
+void DocumentCheck::CheckStart(const Piece& piece, const Record& record) {
+    m_state.isStartSeen = true;
+    m_state.nextGroup = m_isSmall ? 0 : 1;
+    if (record.Number(kSeq).value_or(0) != 0)
+        Depart(piece.line, "a session begins with seq 0");
+}
+
+void DocumentCheck::CheckResumption(const Piece& piece, const Record& record) {
+    const SessionIdentity& before = m_state.identity;
+    const SessionIdentity& now = m_head.session;
+    m_isFollowUp = m_state.nextSeq.has_value();
+    if (!m_isFollowUp)
+        RemarkOnce(piece.line, "the session's files before this one were not given");
+    else if (now.start != before.start || now.family != before.family || now.name != before.name ||
+             now.version != before.version || now.build != before.build ||
+             now.language != before.language || now.user != before.user)
+        Depart(piece.line, "ResumeSession differs from what the file before told of the session");
+    if (!IsTime(record.Written(kSessionStartTime)))
+        Depart(piece.line, "SessionStartTime is no time");
+    if (std::ranges::any_of(record.Attributes(), [](const Attribute& attribute) {
+            return HoldsMarkup(attribute.written);
+        }))
+        RemarkOnce(piece.line, "product texts that are not escaped: no XML parser reads this");
+}
+
+void DocumentCheck::CheckGroup(const Piece& piece, const Record& record) {
+    const auto group = record.Number(kGroup);
+    if (!group)
+        return;
+    auto& next = m_state.nextGroup;
+    if (record.Type() == RecordType::NewGroup) {
+        if (next && *group != *next)
+            Depart(piece.line,
+                   "group " + Number(*group) + " is declared where " + Number(*next) + " belongs");
+        next = *group + 1;
+    } else if (*group == 0 && !m_isSmall) {
+        RemarkOnce(piece.line, "group 0 is used, which is never declared");
+    } else if (next && *group >= *next) {
+        Depart(piece.line, "group " + Number(*group) + " is used before it is declared");
+    }
+}
+
+void DocumentCheck::CheckStandardGroups(const Piece& piece, const Record& record) {
+    if (!m_state.isStartSeen || m_isSmall || record.Type() == RecordType::StartSession)
+        return;
+    const std::string departure = m_state.startBlock.Take(record);
+    if (!departure.empty())
+        Depart(piece.line, departure);
+}
