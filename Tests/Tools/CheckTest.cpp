@@ -65,7 +65,8 @@ TEST_F(CheckTest, NamesTheLineOfEachDeparture) {
          "1: the head has '<?xml version=\"1.0\" Encoding=\"utf-8\"?>'"},
         {"\n\n", "\n", "2: the head has '<UsageDoc"},
         {"0.5.4", "0.5.5", "3: the head has '<UsageDoc version=\"0.5.5\">'"},
-        {"seq=\"0\"", "seq=\"00\"", "4: StartSession: at byte "},
+        {"seq=\"0\"", "seq=\"00\"",
+         "4: StartSession: its seq or group is missing, or is not a plain number"},
         {"name=\"ProductName\" data=\"Editor\"", "data=\"Editor\" name=\"ProductName\"",
          "7: DataRec: the attributes are time, group, data, name, seq; they should be time, group, "
          "name, data, seq"},
@@ -82,6 +83,7 @@ TEST_F(CheckTest, NamesTheLineOfEachDeparture) {
         {" />\n" + group, ">\n" + group, "33: DataRec: at byte "},
         {group, "stray\n" + group, "34: text stands between the records"},
         {group, "<NewGroup cat\n" + group, "34: breaks off within a record"},
+        {"&#60;Open&#62;", "&#x3C;Open&#62;", ": EventRec: at byte "},
         {group, "<Group />\n" + group, "34: no record is called 'Group'"},
         {"</UsageDoc>\n", "", ": the root has no end tag"},
         {"</UsageDoc>\n", "</UsageDoc>", ": no line ends behind </UsageDoc>"},

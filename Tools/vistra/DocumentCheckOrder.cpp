@@ -71,8 +71,11 @@ void DocumentCheck::CheckResumption(const Piece& piece, const Record& record) {
              now.version != before.version || now.build != before.build ||
              now.language != before.language || now.user != before.user)
         Depart(piece.line, "ResumeSession differs from what the file before told of the session");
-    if (!IsTime(record.Written(kSessionStartTime)))
-        Depart(piece.line, "SessionStartTime is no time");
+    if (!IsTime(record.Written(kSessionStartTime)) || !IsGuid(record.Written(kUser)))
+        Depart(piece.line, "SessionStartTime or User is not what it should be");
+    if (std::ranges::any_of(record.Attributes(),
+                            [](const Attribute& attribute) { return attribute.written.empty(); }))
+        Depart(piece.line, "a product text is missing");
     if (std::ranges::any_of(record.Attributes(), [](const Attribute& attribute) {
             return HoldsMarkup(attribute.written);
         }))

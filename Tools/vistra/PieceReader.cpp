@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = 256 * 1024;
+constexpr std::size_t kBlock = 64 * 1024;
 constexpr std::size_t kNowhere = std::string_view::npos;
 
 constexpr std::string_view kRecordEnd = "\" />\n";

@@ -113,7 +113,8 @@ std::optional<std::uint32_t> Record::Number(std::string_view name) const {
     const std::string_view text = Written(name);
     std::uint32_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size())
+    const bool isPadded = text.size() > 1 && text.front() == '0';
+    if (error != std::errc() || end != text.data() + text.size() || isPadded)
         return std::nullopt;
     return number;
 }

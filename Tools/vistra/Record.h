@@ -31,11 +31,12 @@ inline constexpr std::string_view kDoc = "doc";
 inline constexpr std::string_view kCategory = "category";
 inline constexpr std::string_view kSubcategory = "subcategory";
 inline constexpr std::string_view kSessionStartTime = "SessionStartTime";
+inline constexpr std::string_view kUser = "User";
 
 /// What a ResumeSession repeats of its session, in order; "time" and "seq" follow.
 inline constexpr std::array<std::string_view, 8> kResumptionAttributes{
     "id",           "ProductFamily",   "ProductName",     "ProductVersion",
-    "ProductBuild", "ProductLanguage", kSessionStartTime, "User"};
+    "ProductBuild", "ProductLanguage", kSessionStartTime, kUser};
 } // namespace AttributeName
 
 struct Attribute {
@@ -62,7 +63,7 @@ public:
     std::string Value(std::string_view name) const;
     /// The same, in `room` where it is not written as it is.
     std::string_view Value(std::string_view name, std::string& room) const;
-    /// A decimal number without sign; nothing for anything else.
+    /// A decimal number without sign and padding; nothing for anything else.
     std::optional<std::uint32_t> Number(std::string_view name) const;
 
 private:

@@ -58,7 +58,8 @@ std::string RecordCheck::Departure(const Record& record) {
         return std::string(record.Tag()) + ": its attributes cannot be read";
     m_composed.Clear();
     if (!Compose(record))
-        return std::string(record.Tag()) + ": its seq or group is not a number, or is missing";
+        return std::string(record.Tag()) +
+               ": its seq or group is missing, or is not a plain number";
     std::string_view expected = m_composed.View();
     expected.remove_suffix(1); // the line feed
     return record.Text() == expected ? std::string() : Difference(record, expected);
