@@ -1,6 +1,8 @@
 #include "LogSession/UTSession.hpp"
 #include "Tests/EndToEnd/EndToEndTest.h"
 
+#include <regex>
+
 using namespace testing;
 
 namespace {
@@ -126,4 +128,25 @@ TEST_F(BindingTest, AnswersAreReadBackWhole) {
     UT::SetDemographic("Work", "none", "product");
     EXPECT_EQ(UT::GetDemographic("Work"), std::string(128, 'w'));
     EXPECT_EQ(UT::GetDemographic("Work", "product"), "none");
+}
+
+TEST_F(BindingTest, SmallestHostOfEachLanguageLeavesTheSameSession) {
+    const std::string python =
+        "LOGSESSION_LIBRARY=" LIBRARY " " PYTHON " " EXAMPLES "/Python/minimal.py";
+    for (const std::string& host :
+         std::vector<std::string>{MINIMAL_HOST, MINIMAL_CXX_HOST, python}) {
+        ClearFolder();
+        EXPECT_EQ(std::system((host + " '" + AgentFolder() + "'").c_str()), 0) << host;
+        EXPECT_EQ(Recorded("My Product", "My Suite"),
+                  "DataRec|1|Theme|dark\nEventRec|0|File|Open|Image\n");
+    }
+}
+
+TEST_F(BindingTest, PythonRefusesWhatIsNoTextAndClosesItsSessionOnAnError) {
+    const std::string command = PYTHON " " TEST_DATA "/../Examples/logsession_test.py '";
+    EXPECT_EQ(std::system((command + AgentFolder() + "'").c_str()), 0);
+    const std::string lone = "DataRec|1|Surrogate|\uFFFD\n";
+    EXPECT_THAT(std::regex_replace(Recorded("Editor"), std::regex("[0-9]{7}"), "HASH"),
+                "DataRec|1|Key|gr\u00FCn\n" + lone + "NewGroup|A|NOVALUE|G|6|HASH\n" +
+                    "DataRec|6|Key|NOVALUE\nEventRec|HASH|NOVALUE|NOVALUE|Same\n");
 }
