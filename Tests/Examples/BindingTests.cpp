@@ -9,13 +9,24 @@ namespace {
 
 bool gMemoryIsMissing = false;
 
+const std::string kMinimalRecords = "DataRec|1|Theme|dark\nEventRec|0|File|Open|Image\n";
+
 /// A user account, with sessions of this very process or of other hosts in it.
 struct BindingTest : EndToEndTest {
+    BindingTest() {
+        m_account.SetVariable("LD_LIBRARY_PATH", std::filesystem::path(LIBRARY).parent_path());
+    }
+
     std::string AgentFolder() const { return m_host.Folder() + "/Contents/MacOS"; }
 
     void Initialize(UT::OptIn answer) const {
         UT::Initialize("key", true, AgentFolder());
         UT::SetOptIn(answer);
+    }
+
+    /// Runs a shell command that takes the agent's folder. Returns its status.
+    int Run(const std::string& host) const {
+        return std::system((host + " '" + AgentFolder() + "'").c_str());
     }
 
     /// The end of the name of that product's only file.
@@ -61,46 +72,38 @@ TEST_F(BindingTest, SessionIsClosedWhereItsOwnerEnds) {
 
 TEST_F(BindingTest, InactiveSessionTakesEveryCall) {
     Initialize(UT::OptIn::Out);
-    UT::Session refused("Suite", "Editor", "1.0"), empty;
-    for (UT::Session* session : {&refused, &empty}) {
-        EXPECT_FALSE(*session);
-        session->Add("Key", "Value");
-        session->LogEvent("A", "B", "C", "id");
-        const UT::Group group = session->NewGroup("A", "B", "C");
-        EXPECT_FALSE(group);
-        group.Add("Key", "Value");
-        session->Close();
-    }
-    UT::Group().Add("Key", "Value");
+    UT::Session session("Suite", "Editor", "1.0");
+    EXPECT_FALSE(session);
+    session.Add("Key", "Value");
+    session.LogEvent("A", "B", "C", "id");
+    const UT::Group group = session.NewGroup("A", "B", "C");
+    EXPECT_FALSE(group);
+    group.Add("Key", "Value");
+    session.Close();
     EXPECT_THAT(Files(), IsEmpty());
 }
 
 TEST_F(BindingTest, ViewsAreRecordedAsTheTextsOfTheCInterface) {
     Initialize(UT::OptIn::In);
     const std::string text = std::string(600, 'x') + '\0' + "never seen";
-    unsigned char id[] = {0xFF, 1, 0, 2};
-    for (const std::size_t size : {0, 1, 128, 129, 512, 513, 514, 611}) {
-        UT::Session views("Suite", "Views", "1.0", "5", {});
+    for (const std::size_t size : {0U, 1U, 128U, 129U, 512U, 513U, 514U, 611U}) {
         const std::string_view view(text.data(), size);
+        UT::Session views("Suite", "Views", "1.0", "5", {});
         views.Add(view, view);
-        views.Add("Key", {});
-        views.LogEvent(view, view, view, UT::Bytes(id, sizeof id));
-        UT::Group group = views.NewGroup(view, {}, "Name", view);
-        group.Add("Key", view);
+        views.LogEvent(view, {}, view, UT::Bytes(view.data(), size));
+        views.NewGroup(view, view, "Name", view).Add("Key", view);
+        views.Close();
 
+        std::string copy(view), id = copy;
+        auto* bytes = reinterpret_cast<unsigned char*>(id.data());
+        const int length = static_cast<int>(size);
+        int group;
         LogSession* session;
         UTStartSession(&session, "Suite", "Texts", "1.0", "5", nullptr);
-        const std::string copy(view);
         UTAddToSession(session, copy.c_str(), copy.c_str());
-        UTAddToSession(session, "Key", nullptr);
-        UTLogEvent(session, copy.c_str(), copy.c_str(), copy.c_str(), id, sizeof id);
-        int number;
-        std::string bytes = copy;
-        UTNewDataGroup(session, copy.c_str(), nullptr, "Name", &number,
-                       reinterpret_cast<unsigned char*>(bytes.data()), static_cast<int>(size));
-        UTAddToGroup(session, number, "Key", copy.c_str());
-
-        views.Close();
+        UTLogEvent(session, copy.c_str(), nullptr, copy.c_str(), bytes, length);
+        UTNewDataGroup(session, copy.c_str(), copy.c_str(), "Name", &group, bytes, length);
+        UTAddToGroup(session, group, "Key", copy.c_str());
         UTCloseSession(&session);
         EXPECT_EQ(Recorded("Views"), Recorded("Texts")) << size;
         ClearFolder();
@@ -131,22 +134,47 @@ TEST_F(BindingTest, AnswersAreReadBackWhole) {
 }
 
 TEST_F(BindingTest, SmallestHostOfEachLanguageLeavesTheSameSession) {
-    const std::string python =
-        "LOGSESSION_LIBRARY=" LIBRARY " " PYTHON " " EXAMPLES "/Python/minimal.py";
+    const std::string python = PYTHON " " SOURCES "/Examples/Python/minimal.py";
+    m_account.SetVariable("LOGSESSION_LIBRARY", LIBRARY);
     for (const std::string& host :
          std::vector<std::string>{MINIMAL_HOST, MINIMAL_CXX_HOST, python}) {
         ClearFolder();
-        EXPECT_EQ(std::system((host + " '" + AgentFolder() + "'").c_str()), 0) << host;
-        EXPECT_EQ(Recorded("My Product", "My Suite"),
-                  "DataRec|1|Theme|dark\nEventRec|0|File|Open|Image\n");
+        EXPECT_EQ(Run(host), 0);
+        EXPECT_EQ(Recorded("My Product", "My Suite"), kMinimalRecords);
     }
 }
 
 TEST_F(BindingTest, PythonRefusesWhatIsNoTextAndClosesItsSessionOnAnError) {
-    const std::string command = PYTHON " " TEST_DATA "/../Examples/logsession_test.py '";
-    EXPECT_EQ(std::system((command + AgentFolder() + "'").c_str()), 0);
+    EXPECT_EQ(Run(PYTHON " " SOURCES "/Tests/Examples/logsession_test.py"), 0);
     const std::string lone = "DataRec|1|Surrogate|\uFFFD\n";
     EXPECT_THAT(std::regex_replace(Recorded("Editor"), std::regex("[0-9]{7}"), "HASH"),
                 "DataRec|1|Key|gr\u00FCn\n" + lone + "NewGroup|A|NOVALUE|G|6|HASH\n" +
                     "DataRec|6|Key|NOVALUE\nEventRec|HASH|NOVALUE|NOVALUE|Same\n");
+}
+
+/// The programs of the guide are told from its other blocks by the product that they record.
+TEST_F(BindingTest, GuidesProgramsRecordAndItsOtherCodeCompiles) {
+    const std::string build = " -Wall -Werror -I " SOURCES "/LogSession -o host host.";
+    std::map<std::string, std::string> run = {
+        {"c", C_COMPILER + build + "c " LIBRARY " && ./host"},
+        {"cpp", CXX_COMPILER " -std=c++17" + build + "cpp " LIBRARY " && ./host"},
+        {"python", PYTHON " host.python"}};
+    std::map<std::string, std::string> frame = {
+        {"c", "#include <UTLogData.h>\nvoid Use(LogSession* session) {\n"},
+        {"cpp", "#include <UTSession.hpp>\nvoid Use(UT::Session& session) {\n"}};
+    const std::string guide = ReadText(SOURCES "/docs/guide.md");
+    const std::regex block("```(c|cpp|python)\n([^`]+)```");
+    std::vector<std::string> programs;
+    for (std::sregex_iterator i(guide.begin(), guide.end(), block), end; i != end; ++i) {
+        const std::string language = (*i)[1], code = (*i)[2];
+        const bool isProgram = code.find("My Suite") != std::string::npos;
+        WriteText(m_account.Root() + "/host." + language,
+                  isProgram ? code : frame.at(language) + code + "}\nint main() {}\n");
+        ClearFolder();
+        EXPECT_EQ(Run("cd " + m_account.Root() + " && " + run.at(language)), 0) << code;
+        if (isProgram)
+            programs.push_back(language + "\n" + Recorded("My Product", "My Suite"));
+    }
+    EXPECT_THAT(programs, ElementsAre("c\n" + kMinimalRecords, "cpp\n" + kMinimalRecords,
+                                      "python\n" + kMinimalRecords));
 }

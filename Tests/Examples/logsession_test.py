@@ -21,16 +21,13 @@ assert "/no/such.so" in message and ut.LIBRARY_VARIABLE in message, message
 del os.environ[ut.LIBRARY_VARIABLE]
 
 ut.initialize("key", False, sys.argv[1])
-assert ut.get_opt_in() is ut.OptIn.UNKNOWN
 ut.set_opt_in(ut.OptIn.OUT)
 with ut.Session("Suite", "Editor", "1.0") as refused:
     assert not refused and not refused.new_group("A", "B", "C")
     refused.add("Key", "Value")
-ut.set_opt_in(1)
-ut.set_opt_in(ut.OptIn.OUT, "other")
-assert (ut.get_opt_in(), ut.get_opt_in("other")) == (ut.OptIn.IN, ut.OptIn.OUT)
+ut.set_opt_in(ut.OptIn.IN)
+assert (ut.get_opt_in(), ut.get_opt_in("other")) == (ut.OptIn.IN, ut.OptIn.UNKNOWN)
 raised(ValueError, ut.set_opt_in, 2)
-raised(ValueError, ut.set_serialization_state, 4)
 
 try:
     with ut.Session("Suite", "Editor", "1.0", language="de") as session:
