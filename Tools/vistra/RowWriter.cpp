@@ -22,17 +22,27 @@ constexpr SessionColumn kSessionColumns[] = {
     {"product_version", &SessionIdentity::version},
     {"product_build", &SessionIdentity::build},
     {"product_language", &SessionIdentity::language},
-    {"user", &SessionIdentity::user},
+    {"user_id", &SessionIdentity::user},
 };
 
 constexpr char kTypeColumn[] = "record";
 
-/// Of a record's attributes those that are not its session's, and which of them are numbers.
-constexpr std::pair<std::string_view, bool> kRecordColumns[] = {
-    {AttributeName::kSeq, true},          {AttributeName::kTime, false},
-    {AttributeName::kGroup, true},        {AttributeName::kCategory, false},
-    {AttributeName::kSubcategory, false}, {AttributeName::kName, false},
-    {AttributeName::kData, false},        {AttributeName::kDoc, false},
+struct RecordColumn {
+    std::string_view name;
+    std::string_view attribute;
+    bool isNumber = false;
+};
+
+/// Of a record's attributes those that are not its session's. No name is a word of SQL.
+constexpr RecordColumn kRecordColumns[] = {
+    {"seq", AttributeName::kSeq, true},
+    {"time", AttributeName::kTime},
+    {"group_id", AttributeName::kGroup, true},
+    {"category", AttributeName::kCategory},
+    {"subcategory", AttributeName::kSubcategory},
+    {"name", AttributeName::kName},
+    {"data", AttributeName::kData},
+    {"doc", AttributeName::kDoc},
 };
 
 class JsonLinesWriter : public RowWriter {
@@ -54,8 +64,8 @@ public:
         out += m_session;
         AppendName(out, kTypeColumn);
         AppendText(out, record.Tag());
-        for (const auto& [name, isNumber] : kRecordColumns)
-            AppendAttribute(out, record, name, isNumber);
+        for (const RecordColumn& column : kRecordColumns)
+            AppendAttribute(out, record, column);
         out += "}\n";
     }
 
@@ -64,13 +74,12 @@ private:
         out.append(",\"").append(name).append("\":");
     }
 
-    void AppendAttribute(std::string& out, const Record& record, std::string_view name,
-                         bool isNumber) {
-        const std::string_view value = record.Value(name, m_room);
+    void AppendAttribute(std::string& out, const Record& record, const RecordColumn& column) {
+        const std::string_view value = record.Value(column.attribute, m_room);
         if (value.data() == nullptr)
             return;
-        AppendName(out, name);
-        if (isNumber && record.Number(name))
+        AppendName(out, column.name);
+        if (column.isNumber && record.Number(column.attribute))
             out += value;
         else
             AppendText(out, value);
@@ -96,8 +105,8 @@ public:
         for (const auto& [name, text] : kSessionColumns)
             out.append(name) += ',';
         out.append(kTypeColumn);
-        for (const auto& [name, isNumber] : kRecordColumns)
-            (out += ',').append(name);
+        for (const RecordColumn& column : kRecordColumns)
+            (out += ',').append(column.name);
         out += '\n';
     }
 
@@ -111,9 +120,9 @@ public:
 
     void AppendRow(std::string& out, const Record& record) override {
         out.append(m_session).append(record.Tag());
-        for (const auto& [name, isNumber] : kRecordColumns) {
+        for (const RecordColumn& column : kRecordColumns) {
             out += ',';
-            AppendValue(out, record.Value(name, m_room));
+            AppendValue(out, record.Value(column.attribute, m_room));
         }
         out += '\n';
     }
