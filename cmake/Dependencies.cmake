@@ -7,4 +7,5 @@ find_package(Threads REQUIRED)
 # place of a shared library's.
 find_library(LIBMD_ARCHIVE libmd.a REQUIRED)
 pkg_check_modules(LIBPLIST REQUIRED IMPORTED_TARGET libplist-2.0)
-pkg_check_modules(XCB REQUIRED IMPORTED_TARGET xcb xcb-randr xau)
+# A host has its own idea of what a plain XCB is made of.
+pkg_check_modules(VISTRA_XCB REQUIRED IMPORTED_TARGET xcb xcb-randr xau)
