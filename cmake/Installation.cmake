@@ -37,3 +37,27 @@ if(TARGET LogTransport2)
   install(FILES ${AGENT_CONTENTS}/Resources/LogTransport2.cfg
     DESTINATION ${AGENT_DESTINATION}/Resources COMPONENT development)
 endif()
+
+# One page tells of the whole library; each of its functions leads there.
+file(STRINGS LogSession/UTLogData.h FUNCTIONS REGEX "^UT_EXPORT")
+list(TRANSFORM FUNCTIONS REPLACE "^[^(]* (UT[A-Za-z]+)\\(.*" "\\1")
+foreach(function IN LISTS FUNCTIONS)
+  file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/man/${function}.3 ".so man3/LogSession.3\n")
+endforeach()
+list(TRANSFORM FUNCTIONS REPLACE ".+" "${CMAKE_CURRENT_BINARY_DIR}/man/\\0.3"
+  OUTPUT_VARIABLE FUNCTION_PAGES)
+install(FILES LogSession/man/LogSession.3 ${FUNCTION_PAGES}
+  DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT development)
+
+if(VISTRA_BUILD_TOOLS)
+  foreach(tool vistra vistra-clear)
+    if(TARGET ${tool})
+      install(TARGETS ${tool} COMPONENT tools)
+    endif()
+  endforeach()
+  file(GLOB TOOL_PAGES CONFIGURE_DEPENDS Tools/vistra/man/*.1)
+  install(FILES ${TOOL_PAGES} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  # The completion is looked up by the name of the command.
+  install(FILES Tools/vistra/completion/vistra.bash RENAME vistra OPTIONAL
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
+endif()
