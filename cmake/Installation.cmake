@@ -50,11 +50,7 @@ install(FILES LogSession/man/LogSession.3 ${FUNCTION_PAGES}
   DESTINATION ${CMAKE_INSTALL_MANDIR}/man3 COMPONENT development)
 
 if(VISTRA_BUILD_TOOLS)
-  foreach(tool vistra vistra-clear)
-    if(TARGET ${tool})
-      install(TARGETS ${tool} COMPONENT tools)
-    endif()
-  endforeach()
+  install(TARGETS vistra COMPONENT tools)
   file(GLOB TOOL_PAGES CONFIGURE_DEPENDS Tools/vistra/man/*.1)
   install(FILES ${TOOL_PAGES} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
   # The completion is looked up by the name of the command.
