@@ -1,4 +1,5 @@
-/*
+/**
+ * @file
  * UTLogData.h for C++17 and later: sessions that close themselves, and texts as views.
  *
  * Every function does what its C function does, under the same conditions and limits. Besides:
@@ -28,7 +29,9 @@
 
 namespace UT {
 
+/// What the user has answered.
 enum class OptIn { Unknown = -1, Out = 0, In = 1 };
+/// What the product is; see UTSetSerializationState.
 enum class SerializationState { PreRelease = 0, Trial = 1, Serialized = 2, SharedComponent = 3 };
 
 namespace Detail {
@@ -83,20 +86,24 @@ inline void Initialize(std::string_view usageKey, bool detectCrashes = false,
                  agentFolder.data() ? folder.c_str() : nullptr);
 }
 
-/// The opt-in for the key given to Initialize, or for another one.
+/// UTGetOptIn: the answer for the key given to Initialize.
 inline OptIn GetOptIn() noexcept {
     return static_cast<OptIn>(UTGetOptIn());
 }
+/// UTOptInGet: the answer for another key.
 inline OptIn GetOptIn(std::string_view usageKey) noexcept {
     return static_cast<OptIn>(UTOptInGet(Detail::Text(usageKey)));
 }
+/// UTSetOptIn.
 inline void SetOptIn(OptIn answer) noexcept {
     UTSetOptIn(static_cast<int>(answer));
 }
+/// UTOptInSet.
 inline void SetOptIn(OptIn answer, std::string_view usageKey) noexcept {
     UTOptInSet(Detail::Text(usageKey), static_cast<int>(answer));
 }
 
+/// UTSetSerializationState.
 inline void SetSerializationState(SerializationState state) noexcept {
     UTSetSerializationState(static_cast<int>(state));
 }
@@ -119,6 +126,7 @@ inline std::optional<std::string> GetDemographic(std::string_view key,
     }
 }
 
+/// UTSetDemographic, or UTSetNonDefaultDemographic where a product is named.
 inline void SetDemographic(std::string_view key, std::string_view answer,
                            std::string_view productKey = {}) noexcept {
     UTSetNonDefaultDemographic(Detail::Text(productKey), Detail::Text(key), Detail::Text(answer));
@@ -132,6 +140,7 @@ public:
     /// Whether the group was declared. Adding to one that was refused is reported in the document.
     explicit operator bool() const noexcept { return m_id != -1; }
 
+    /// UTAddToGroup.
     void Add(std::string_view key, std::string_view value) const noexcept {
         UTAddToGroup(m_session, m_id, Detail::Text(key), Detail::Text(value));
     }
@@ -157,7 +166,9 @@ public:
         UTStartSession(&m_handle, Text(family), Text(name), Text(version), Text(build),
                        Text(language));
     }
+    /// Takes the other one's session, which is inactive then.
     Session(Session&& other) noexcept : m_handle(std::exchange(other.m_handle, nullptr)) {}
+    /// Closes the own session, and takes the other one's.
     Session& operator=(Session&& other) noexcept {
         Session taken(std::move(other)); // then closes the old one, or nothing on a self-move
         std::swap(m_handle, taken.m_handle);
@@ -168,20 +179,24 @@ public:
             UTCloseSession(&m_handle);
     }
 
+    /// Whether a session is recorded.
     explicit operator bool() const noexcept { return m_handle != nullptr; }
     /// For the C functions. It stays this object's to close.
     LogSession* Handle() const noexcept { return m_handle; }
     /// Closes the session before the object ends. The object is inactive then.
     void Close() noexcept { *this = Session(); }
 
+    /// UTAddToSession.
     void Add(std::string_view key, std::string_view value) noexcept {
         UTAddToSession(m_handle, Text(key), Text(value));
     }
+    /// UTLogEvent.
     void LogEvent(std::string_view category, std::string_view subCategory, std::string_view name,
                   std::string_view documentId = {}) noexcept {
         UTLogEvent(m_handle, Text(category), Text(subCategory), Text(name),
                    Detail::IdBytes(documentId), Detail::IdLength(documentId));
     }
+    /// UTNewDataGroup.
     Group NewGroup(std::string_view category, std::string_view subCategory, std::string_view name,
                    std::string_view documentId = {}) noexcept {
         int id = -1;
