@@ -11,6 +11,11 @@ namespace Platform {
 /// Reads up to `size` bytes from the file's current position; 0 at its end. Nothing on failure.
 std::optional<std::size_t> ReadFromFile(FileHandle file, char* bytes, std::size_t size);
 
+/// Reads up to `size` bytes that stand `offset` bytes behind the file's start; 0 beyond its end.
+/// The current position stays. Nothing on failure.
+std::optional<std::size_t> ReadFromFileAt(FileHandle file, std::uint64_t offset, char* bytes,
+                                          std::size_t size);
+
 /// Whether some process holds the file under an exclusive advisory lock. The lock itself is not
 /// touched: a program that is just about to take it must not find it taken. False also when the
 /// system does not tell.

@@ -34,6 +34,13 @@ std::optional<std::size_t> ReadFromFile(FileHandle file, char* bytes, std::size_
     return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
 }
 
+std::optional<std::size_t> ReadFromFileAt(FileHandle file, std::uint64_t offset, char* bytes,
+                                          std::size_t size) {
+    const ssize_t count =
+        Retried([&] { return ::pread(file, bytes, size, static_cast<off_t>(offset)); });
+    return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
 bool IsHeldLocked(const std::string& path) {
     struct stat file = {};
     if (::stat(path.c_str(), &file) != 0)
