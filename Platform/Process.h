@@ -10,4 +10,8 @@ int CurrentProcessId();
 /// unknown.
 std::string CurrentProgramPath();
 
+/// Path of the file of the program that a process runs. Empty when there is no such process, and
+/// when it is another user's.
+std::string ProgramPathOf(int processId);
+
 } // namespace Platform
