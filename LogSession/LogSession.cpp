@@ -12,17 +12,17 @@
 #include "Utility/src/PreferenceKeys.h"
 #include "Utility/src/RecordNames.h"
 #include "Utility/src/UsageFileNames.h"
+#include "Utility/src/UsageFolders.h"
 
 namespace {
 
-constexpr std::uint64_t kMinimumFreeBytes = 10'485'760;
 constexpr std::uint32_t kSplitThresholdBytes = 102'400;
 constexpr char kNilGuid[] = "00000000-0000-0000-0000-000000000000";
 
 bool HasEnoughSpace(const std::string& folder) {
     std::uint64_t freeBytes = 0;
     FileSystemUtils::GetDiscFreeSpace(folder, freeBytes);
-    return freeBytes > kMinimumFreeBytes;
+    return freeBytes > UsageFolders::kMinimumFreeBytes;
 }
 
 /// How a changed opt-in counts: one in, one that was never in, or one lost.

@@ -27,7 +27,11 @@ inline constexpr char kLibraryBundleIdentifier[] = "com.norvale.vistra.LogSessio
 /// The running program's bundle; null when the system does not tell which program runs.
 CFBundleRef MainBundle();
 
-/// Where that bundle is, without a look at its information; empty when there is none.
+/// The bundle of a program's file, given by its absolute path; null when its information cannot be
+/// read just now.
+CFBundleRef BundleOfProgram(const std::string& program);
+
+/// Where the main bundle is, without a look at its information; empty when there is none.
 std::string MainBundleLocation();
 
 /// The loaded bundle with that identifier: the main bundle or this library. Else null.

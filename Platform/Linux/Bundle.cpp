@@ -50,8 +50,7 @@ struct Place {
 };
 
 /// A program in X/Contents/MacOS belongs to the bundle X, any other one to its own folder.
-Place PlaceOfMainBundle() {
-    const std::string program = CurrentProgramPath();
+Place PlaceOfBundle(const std::string& program) {
     if (program.empty())
         return {};
     const std::string folder = FolderOf(program), contents = FolderOf(folder);
@@ -98,14 +97,19 @@ CFBundleRef MainBundle() {
     static CFBundleRef& bundle = *new CFBundleRef;
     const ScopedLock lock(mutex);
     if (!bundle) // for as long as its path or its information cannot be told
-        if (Place place = PlaceOfMainBundle(); !place.location.empty())
-            bundle = MakeBundle(std::move(place.location),
-                                ReadDictionaryFile(place.infoFolder + kInfoFile));
+        bundle = BundleOfProgram(CurrentProgramPath());
     return bundle;
 }
 
+CFBundleRef BundleOfProgram(const std::string& program) {
+    Place place = PlaceOfBundle(program);
+    if (place.location.empty())
+        return nullptr;
+    return MakeBundle(std::move(place.location), ReadDictionaryFile(place.infoFolder + kInfoFile));
+}
+
 std::string MainBundleLocation() {
-    return PlaceOfMainBundle().location;
+    return PlaceOfBundle(CurrentProgramPath()).location;
 }
 
 CFBundleRef LoadedBundle(const std::string& identifier) {

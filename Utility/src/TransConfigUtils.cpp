@@ -54,11 +54,6 @@ std::array<std::string, 3> UrlPatterns() {
             "https://" + makersHost + "/.*"};
 }
 
-void ForceActive(ConfigFileContainer& config) {
-    config.SetValue(kUlogSection, kStatusKey, TransConfigUtils::GetStatusString(VS_CONFIG_ACTIVE));
-    config.SetValue(kUlogSection, kWakeUpDateKey, "");
-}
-
 } // namespace
 
 void TransConfigUtils::CreateDefaultConfig(const std::string& path) {
@@ -70,6 +65,11 @@ void TransConfigUtils::CreateDefaultConfig(const std::string& path) {
     config.SetValue(kSettingsSection, kUrlKey, kDefaultBaseUrl);
     ForceActive(config);
     config.Write(path);
+}
+
+void TransConfigUtils::ForceActive(ConfigFileContainer& config) {
+    config.SetValue(kUlogSection, kStatusKey, GetStatusString(VS_CONFIG_ACTIVE));
+    config.SetValue(kUlogSection, kWakeUpDateKey, "");
 }
 
 void TransConfigUtils::ReplaceConfig(const std::string& source, const std::string& destination) {

@@ -23,6 +23,9 @@ public:
     /// do nothing; an unreadable source counts as empty.
     static void ReplaceConfig(const std::string& source, const std::string& destination);
 
+    /// Switches collection on in a table.
+    static void ForceActive(ConfigFileContainer& config);
+
     /// State of one application by the file, which is rewritten. 1 when `state` is null or the
     /// path empty, else 0. The last argument is not used.
     static int GetStatus(const std::string& family, const std::string& name,

@@ -1,9 +1,14 @@
 #pragma once
 
+#include <cstdint>
+
 /// Where the library keeps its files, below the user's Library folder.
 namespace UsageFolders {
 
 inline constexpr char kDocuments[] = "/Logs/Norvale/LogTransport2";
+/// A session is recorded only where more than this is free.
+inline constexpr std::uint64_t kMinimumFreeBytes = 10'485'760;
+
 inline constexpr char kMarkers[] = "/Logs/Norvale/Vistra/SessionInfo/";
 inline constexpr char kMarkerExtension[] = ".sif";
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Bundle.h"
+
 #include <cstdint>
 #include <string>
 
@@ -17,7 +19,16 @@ public:
     static std::string GetUserFathomPath();
     /// Path of the user's configuration file, which is brought up to date with the default.
     static std::string GetUserCfgFullPath();
+    // The same without a change: the user's configuration file, the one that came with the agent
+    // inside a host, and whether the first would be set anew from the second. Empty without a home
+    // folder or a bundle.
+
+    static std::string FindUserCfg();
+    static std::string FindDefaultCfg(const CFBundleRef& host);
+    static bool IsUserCfgOutdated(const std::string& userFile, const std::string& defaultFile);
+
     static std::string GetTransporterDefaultCfgDir();
+    static std::string GetTransporterDefaultCfgDir(const CFBundleRef& host);
     /// The folder of usage documents, created; the path is returned also when that fails.
     static std::string GetUserLogFullPath();
     /// Path of the agent's lock file; empty without a folder of usage documents.
@@ -29,6 +40,9 @@ public:
 
     static std::string GetExePathFromLogTransportBundlePath(const std::string& bundlePath);
     static std::string GetNonDefaultLogTransportExeFullPath(const std::string& bundlePath);
+    /// Where the agent is beside the executable of a host that named, for example, its framework
+    /// folder.
+    static std::string GetBundlePathBeside(const std::string& bundlePath);
     /// Empty when there is no agent.
     static std::string GetTransporterExeFullPath();
     static std::string GetAgentPath();
@@ -44,6 +58,9 @@ public:
     /// Bundle path that the host named; lives until the process ends.
     static std::string* gwsLogTransportPath;
 };
+
+/// Folder of the user's configuration file, below Application Support.
+inline constexpr char kUserCfgFolder[] = "/Norvale/LogTransport2/";
 
 /// The agent bundle inside a host's bundle, and the executable inside the agent's.
 extern const char* const kTransportBundlePath;
