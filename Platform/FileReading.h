@@ -21,4 +21,8 @@ std::optional<std::size_t> ReadFromFileAt(FileHandle file, std::uint64_t offset,
 /// system does not tell.
 bool IsHeldLocked(const std::string& path);
 
+/// Whether this program may write the file, or make and delete items in the folder. False for what
+/// is not there.
+bool MayBeWritten(const std::string& path);
+
 } // namespace Platform

@@ -4,6 +4,7 @@
 
 #include <cinttypes>
 #include <cstdio>
+#include <fcntl.h>
 #include <sstream>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -50,6 +51,11 @@ bool IsHeldLocked(const std::string& path) {
         if (IsExclusiveLockOf(line, file))
             return true;
     return false;
+}
+
+bool MayBeWritten(const std::string& path) {
+    const int wanted = TypeOfItem(path) == ItemType::Folder ? W_OK | X_OK : W_OK;
+    return ::faccessat(AT_FDCWD, path.c_str(), wanted, AT_EACCESS) == 0;
 }
 
 } // namespace Platform

@@ -42,7 +42,7 @@ bool WritePreferenceFile(const std::string& path, const PropertyList& values, bo
     if (!xml)
         return false;
     TemporaryFile next = TemporaryFile::Named(path + ".new", permissions);
-    return next.Store(*xml) && (!keepOld || KeepBeside(path, path + ".corrupt")) &&
+    return next.Store(*xml) && (!keepOld || KeepBeside(path, path + kKeptCopyExtension)) &&
            next.Replace(path);
 }
 

@@ -7,6 +7,9 @@
 
 namespace Platform {
 
+/// Follows the name of a file that could not be parsed, which is kept so.
+inline constexpr char kKeptCopyExtension[] = ".corrupt";
+
 /// Replaces a preference file; one that could not be parsed is kept beside it. A new file gets the
 /// permissions. The caller holds its lock. False, with the old file in place, on any failure.
 bool WritePreferenceFile(const std::string& path, const PropertyList& values, bool keepOld,

@@ -5,7 +5,8 @@
 namespace Platform {
 
 bool IsTerminal(StandardStream stream) {
-    return ::isatty(stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO) == 1;
+    constexpr int kNumbers[] = {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO};
+    return ::isatty(kNumbers[static_cast<int>(stream)]) == 1;
 }
 
 } // namespace Platform
