@@ -6,6 +6,7 @@
 #include "Utility/src/LoggerUtil.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/UserFolderUtils.h"
+#include "Utility/src/UsageFolders.h"
 
 #include <exception>
 #include <new>
@@ -17,9 +18,6 @@ constexpr char kError[] = "ERROR";
 constexpr char kWarning[] = "WARNING";
 constexpr char kDebug[] = "DEBUG";
 constexpr char kInfo[] = "INFO";
-
-constexpr char kLogFilePrefix[] = "/Logs/Norvale/Vistra/VSLog-";
-constexpr char kLogFileExtension[] = ".txt";
 
 Logger* CreateLogger(const std::string& configPath, const std::string& name) {
     std::string fileName;
@@ -140,7 +138,8 @@ std::string Logger::LoggerFile::GetLogFileName(const std::string& name) {
     std::string library;
     if (!UserFolderUtils::GetUserLibraryDir(library))
         return std::string();
-    const std::string path = library + kLogFilePrefix + name + kLogFileExtension;
+    const std::string path = library + UsageFolders::kLogs + UsageFolders::kLogPrefix + name +
+                             UsageFolders::kLogExtension;
     return FileSystemUtils::CreateLocalDirectory(FileSystemUtils::GetParentPath(path))
                ? path
                : std::string();

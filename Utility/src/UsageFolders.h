@@ -12,4 +12,9 @@ inline constexpr std::uint64_t kMinimumFreeBytes = 10'485'760;
 inline constexpr char kMarkers[] = "/Logs/Norvale/Vistra/SessionInfo/";
 inline constexpr char kMarkerExtension[] = ".sif";
 
+// The library's own log.
+inline constexpr char kLogs[] = "/Logs/Norvale/Vistra/";
+inline constexpr char kLogPrefix[] = "VSLog-";
+inline constexpr char kLogExtension[] = ".txt";
+
 } // namespace UsageFolders
