@@ -59,6 +59,11 @@ TEST_F(OptInTest, RefusesKeysThatNoHostCanHave) {
 TEST_F(OptInTest, TellsWhenTheAnswerCouldNotBeStored) {
     Vistra("opt-in in key");
     const std::string file = m_account.UserPreferences();
+    fs::remove(file + ".lock");
+    fs::create_directory(file + ".lock"); // nobody can write
+    EXPECT_EQ(Vistra("opt-in out key").exit, 4);
+    EXPECT_THAT(Vistra("opt-in reset key").errors, HasSubstr(file + ": could not be changed"));
+    fs::remove(file + ".lock");
     WriteText(file, "<plist><dict><key>key</key><string>no record</string></dict></plist>");
     for (const bool isReadable : {true, false}) {
         if (!isReadable) {

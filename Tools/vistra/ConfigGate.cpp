@@ -103,10 +103,6 @@ void AskProductState(ConfigFileContainer& config, const SessionStart& start, Gat
     }
 }
 
-CFBundleRef BundleOf(const SessionStart& start) {
-    return start.program.empty() ? nullptr : Platform::BundleOfProgram(start.program);
-}
-
 } // namespace
 
 Gate AskConfiguration(const SessionStart& start) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Bundle.h"
+
 #include <optional>
 #include <string>
 #include <utility>
@@ -56,6 +58,9 @@ Gate AskMarker(const SessionStart& start);
 
 /// All of them, in the order in which a session start comes to them.
 std::vector<Gate> AskAllGates(const SessionStart& start);
+
+/// The host's bundle; null when the host is not known, or its bundle cannot be read.
+CFBundleRef BundleOf(const SessionStart& start);
 
 /// The usage key as the library keeps it, and the answer stored for it; nothing when it refuses the
 /// key, or what is stored cannot be read.

@@ -59,20 +59,26 @@ std::string FindAgent(const SessionStart& start, Gate& gate) {
     if (start.agentFolder) {
         LogTransUtils::SetLogTransportInputPath(start.agentFolder->c_str());
         const std::string named = LogTransUtils::GetLogTransportInputPath();
+        if (!named.starts_with('/'))
+            gate.notes.push_back("a host takes this path from its own current folder");
         for (const std::string& bundle : {named, LogTransUtils::GetBundlePathBeside(named)})
             if (std::string program = AgentIn(bundle, gate); !program.empty())
                 return program;
     }
-    const CFBundleRef host =
-        start.program.empty() ? nullptr : Platform::BundleOfProgram(start.program);
+    const CFBundleRef host = BundleOf(start);
     if (!host) {
-        gate.notes.push_back("without --host, the host's bundle is not looked at");
+        gate.notes.push_back(start.program.empty() ? "without --host, no host's bundle is looked at"
+                                                   : "the host's bundle cannot be read");
         return std::string();
     }
     return AgentIn(host->location + kTransportBundlePath, gate);
 }
 
 } // namespace
+
+CFBundleRef BundleOf(const SessionStart& start) {
+    return start.program.empty() ? nullptr : Platform::BundleOfProgram(start.program);
+}
 
 std::optional<std::string> KeyOf(const SessionStart& start) {
     std::string key;
