@@ -1,4 +1,5 @@
 #include "Tests/Tools/VistraTest.h"
+#include "Utility/src/MiniSession.h"
 
 #include <regex>
 
@@ -73,6 +74,19 @@ TEST_F(ReportTest, SumsUpWhatHostsHaveRecorded) {
           "|1|0|left by a crash|"})
         EXPECT_THAT(m_text, HasSubstr(fact));
     EXPECT_THAT(m_text, Not(HasSubstr("Documents that could not be read")));
+}
+
+TEST_F(ReportTest, TellsAnOpenSessionFromOneThatACrashLeft) {
+    m_host.Play(kSession + "host shell \"'" VISTRA "' report '" + m_account.LogFolder() +
+                "' -o open.html 2>open.err\"\nUTCloseSession s\n");
+    EXPECT_THAT(Text("open.html"),
+                AllOf(HasSubstr("<td class=\"text\">open</td>"),
+                      Not(HasSubstr("<td class=\"text\">left by a crash</td>"))));
+    EXPECT_THAT(Text("open.err"), HasSubstr("is still being written"));
+    MiniSession("Suite", "Editor", "S", "U", true, m_account.LogFolder()).CreateCrashFile();
+    EXPECT_EQ(Report(m_account.LogFolder()).exit, 0);
+    EXPECT_THAT(m_text, AllOf(HasSubstr("|Sessions|1|"), HasSubstr("|Left by a crash|0|"),
+                              HasSubstr("An agent has written 1 report about crashed programs.")));
 }
 
 TEST_F(ReportTest, TellsSessionsApartWhateverTheOrderOfTheirDocuments) {

@@ -11,8 +11,8 @@ using ReportFigures::TimeBin;
 using ReportFigures::Timeline;
 
 constexpr double kTop = 24, kHeight = 180, kBase = kTop + kHeight;
-/// With so few columns each bears its own number, and no scale is needed.
-constexpr std::size_t kMostNumbered = 16;
+/// So many digits stand side by side on a narrow page.
+constexpr std::size_t kMostDigits = 40;
 constexpr std::size_t kMostDates = 8;
 
 constexpr const char* kMonths[] = {"January",   "February", "March",    "April",
@@ -71,6 +71,19 @@ void DrawColumn(Writer& page, const TimeBin& bin, double left, double width, std
         DrawColumnPart(page, "<rect class=\"bar broken\"", left, width, kBase - whole, broken);
 }
 
+void DrawNumber(Writer& page, const TimeBin& bin, double middle, std::uint64_t top) {
+    page.Add("<text class=\"value\" x=\"").Coordinate(middle).Add("%\" y=\"");
+    page.Coordinate(kBase - kHeight * Share(bin.sessions, top) - 6).Add("\">");
+    page.Count(bin.sessions).Add("</text>");
+}
+
+/// The date below a column. On a narrow page there is room for every other one.
+void DrawDate(Writer& page, const std::string& date, double middle, bool isSpare) {
+    page.Add("<text class=\"date").Text(isSpare ? " spare" : "").Add("\" x=\"");
+    page.Coordinate(middle).Add("%\" y=\"").Coordinate(kBase + 20).Add("\">");
+    page.Text(date).Add("</text>");
+}
+
 void DrawColumns(Writer& page, const Timeline& timeline, std::uint64_t top, bool isNumbered) {
     const double step = 100.0 / static_cast<double>(timeline.bins.size());
     const double width = std::min(step * 0.78, 12.0);
@@ -79,21 +92,14 @@ void DrawColumns(Writer& page, const Timeline& timeline, std::uint64_t top, bool
     for (std::size_t i = 0; i < timeline.bins.size(); ++i, middle += step) {
         const TimeBin& bin = timeline.bins[i];
         page.Add("<g><title>").Text(ReportCharts::BinName(bin, timeline.span)).Add(": ");
-        page.Count(bin.sessions).Add(" sessions, ").Count(bin.brokenOff);
-        page.Add(" left by a crash</title>");
+        page.Count(bin.sessions).Text(bin.sessions == 1 ? " session, " : " sessions, ");
+        page.Count(bin.brokenOff).Add(" left by a crash</title>");
         DrawColumn(page, bin, middle - width / 2, width, top);
-        if (isNumbered && bin.sessions > 0) {
-            page.Add("<text class=\"value\" x=\"").Coordinate(middle).Add("%\" y=\"");
-            page.Coordinate(kBase - kHeight * Share(bin.sessions, top) - 6).Add("\">");
-            page.Count(bin.sessions).Add("</text>");
-        }
+        if (isNumbered && bin.sessions > 0)
+            DrawNumber(page, bin, middle, top);
         page.Add("</g>");
-        if (i % between != 0)
-            continue;
-        // A narrow page has room for every other date.
-        page.Add("<text class=\"date").Text(i / between % 2 == 0 ? "" : " spare");
-        page.Add("\" x=\"").Coordinate(middle).Add("%\" y=\"").Coordinate(kBase + 20);
-        page.Add("\">").Text(ShortName(bin, timeline.span)).Add("</text>");
+        if (i % between == 0)
+            DrawDate(page, ShortName(bin, timeline.span), middle, i / between % 2 == 1);
     }
 }
 
@@ -116,7 +122,8 @@ std::string ReportCharts::BinName(const TimeBin& bin, Span span) {
 
 void ReportCharts::DrawTimeline(Writer& page, const Timeline& timeline) {
     const std::uint64_t greatest = GreatestBin(timeline);
-    const bool isNumbered = timeline.bins.size() <= kMostNumbered;
+    // Where each column can bear its own number, no scale is needed.
+    const bool isNumbered = timeline.bins.size() * Html::Grouped(greatest).size() <= kMostDigits;
     const std::uint64_t step = ScaleStep(greatest);
     const std::uint64_t top = isNumbered ? greatest : (greatest + step - 1) / step * step;
     page.Add("<svg class=\"columns").Text(isNumbered ? "" : " scaled");
@@ -134,8 +141,10 @@ void ReportCharts::DrawTimeline(Writer& page, const Timeline& timeline) {
     page.Add("\" y2=\"").Coordinate(kBase).Add("\"/></svg>\n");
 }
 
-void ReportCharts::DrawBar(Writer& page, std::uint64_t value, std::uint64_t greatest) {
-    page.Add("<svg class=\"row\" aria-hidden=\"true\"><rect class=\"bar\" height=\"100%\" "
+void ReportCharts::DrawBar(Writer& page, std::uint64_t value, std::uint64_t greatest, bool isRest) {
+    page.Add("<svg class=\"row\" aria-hidden=\"true\"><rect class=\"bar")
+        .Text(isRest ? " rest" : "");
+    page.Add("\" height=\"100%\" "
              "width=\"");
     page.Coordinate(100 * Share(value, greatest)).Add("%\"/></svg>");
 }

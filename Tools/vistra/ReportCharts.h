@@ -10,8 +10,8 @@ namespace ReportCharts {
 /// Columns of sessions over time; of each the part that a crash left stands out.
 void DrawTimeline(Html::Writer& page, const ReportFigures::Timeline& timeline);
 
-/// One bar, as long as the value is great beside the greatest.
-void DrawBar(Html::Writer& page, std::uint64_t value, std::uint64_t greatest);
+/// One bar, as long as the value is great beside the greatest; the bar of a rest stands back.
+void DrawBar(Html::Writer& page, std::uint64_t value, std::uint64_t greatest, bool isRest);
 
 /// "day", "week", "month" or "year".
 const char* NameOf(ReportFigures::Span span);

@@ -14,6 +14,7 @@ using ReportFigures::CategoryFigures;
 using ReportFigures::ProductFigures;
 using ReportFigures::Span;
 using ReportFigures::TimeBin;
+using ReportFigures::Timeline;
 
 constexpr std::size_t kMostBins = 60;
 
@@ -37,11 +38,18 @@ sys_days NextStart(sys_days start, Span span) {
     return StartOf(start + days(kLongest[static_cast<std::size_t>(span)]), span);
 }
 
-std::vector<TimeBin> EmptyBins(sys_days first, sys_days last, Span span) {
-    std::vector<TimeBin> bins;
-    for (sys_days start = StartOf(first, span); start <= last; start = NextStart(start, span))
-        bins.push_back({start, 0, 0});
-    return bins;
+/// Chooses the span, and makes the bins from the first start to the last.
+void MakeEmptyBins(Timeline& timeline) {
+    const sys_days last = floor<days>(timeline.last);
+    for (const Span span : {Span::Day, Span::Week, Span::Month, Span::Year}) {
+        timeline.span = span;
+        timeline.bins.clear();
+        sys_days start = StartOf(floor<days>(timeline.first), span);
+        for (; start <= last; start = NextStart(start, span))
+            timeline.bins.push_back({start, 0, 0});
+        if (timeline.bins.size() <= kMostBins)
+            return;
+    }
 }
 
 TimeBin& BinOf(std::vector<TimeBin>& bins, Moment moment) {
@@ -67,15 +75,9 @@ ReportFigures::Timeline ReportFigures::MakeTimeline(const Sessions& sessions, Mo
     if (plausible.empty())
         return timeline;
     const auto start = [](const SessionFigures* session) { return *session->start; };
-    const auto [first, last] = std::ranges::minmax_element(plausible, {}, start);
-    timeline.first = start(*first);
-    timeline.last = start(*last);
-    for (const Span span : {Span::Day, Span::Week, Span::Month, Span::Year}) {
-        timeline.span = span;
-        timeline.bins = EmptyBins(floor<days>(timeline.first), floor<days>(timeline.last), span);
-        if (timeline.bins.size() <= kMostBins)
-            break;
-    }
+    timeline.first = start(*std::ranges::min_element(plausible, {}, start));
+    timeline.last = start(*std::ranges::max_element(plausible, {}, start));
+    MakeEmptyBins(timeline);
     for (const SessionFigures* session : plausible) {
         TimeBin& bin = BinOf(timeline.bins, *session->start);
         ++bin.sessions;

@@ -69,6 +69,8 @@ void AddLengthFact(Writer& page, const std::vector<SessionFigures>& sessions) {
 }
 
 void AddOtherDocuments(Writer& page, const UsageStatistics& usage) {
+    if (usage.Users() > 1)
+        page.Add("<p>The sessions are of ").Count(usage.Users()).Add(" users.</p>\n");
     const auto [in, out] = usage.Decisions();
     if (in + out > 0)
         page.Add("<p>Not counted as sessions: ")
@@ -123,9 +125,8 @@ void AddCategories(Writer& page, const Categories& categories, std::uint64_t bey
             .Number(categories[i].events);
     if (rest > 0)
         table
-            .Row(beyond > 0 ? "all others"
-                            : "other, " + NumberOf(categories.size() - shown, "kind", "kinds"))
-            .Bar(rest, greatest)
+            .Row(beyond > 0 ? "all others" : NumberOf(categories.size() - shown, "other", "others"))
+            .Bar(rest, greatest, true)
             .Number(rest);
 }
 

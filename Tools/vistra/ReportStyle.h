@@ -6,12 +6,12 @@ inline constexpr char kReportStyle[] = R"css(
 :root {
   color-scheme: light dark;
   --paper: #fcfcfa; --ink: #1a2328; --quiet: #566168; --rule: #d8dcd8; --faint: #f1f3ef;
-  --bar: #2c6690; --broken: #b8482c;
+  --bar: #2c6690; --broken: #b8482c; --rest: #8b979c;
 }
 @media (prefers-color-scheme: dark) {
   :root {
     --paper: #13181c; --ink: #e6e9e6; --quiet: #a2adb3; --rule: #343d43; --faint: #1c2329;
-    --bar: #6aa7d4; --broken: #ee8c6c;
+    --bar: #6aa7d4; --broken: #ee8c6c; --rest: #6b777d;
   }
 }
 * { box-sizing: border-box; }
@@ -47,8 +47,7 @@ footer { margin-top: 4rem; padding-top: 1rem; border-top: 1px solid var(--rule);
 section > .table:has(.drawn) { max-width: 44rem; }
 .pair { display: grid; grid-template-columns: minmax(0, 1fr); gap: 1rem 3.5rem; }
 figure { margin: 0 0 1rem; }
-figcaption { font-size: .9rem; }
-.key { margin-left: 1.2rem; white-space: nowrap; }
+figcaption { display: flex; flex-wrap: wrap; gap: .1rem 1.4rem; font-size: .9rem; }
 .key::before {
   content: ""; display: inline-block; width: .75em; height: .75em; margin-right: .45em;
   background: var(--bar); print-color-adjust: exact;
@@ -61,6 +60,7 @@ svg .scale { text-anchor: end; }
 .columns { width: 100%; height: 230px; }
 .columns.scaled { width: calc(100% - 3rem); margin-left: 3rem; }
 .bar { fill: var(--bar); }
+.bar.rest { fill: var(--rest); }
 .bar.broken { fill: var(--broken); }
 .grid { stroke: var(--rule); }
 .base { stroke: var(--quiet); }
@@ -100,7 +100,7 @@ details .table { margin: .3rem 0 1rem; padding: .6rem .8rem; background: var(--f
 @media print {
   :root {
     --paper: #fff; --ink: #000; --quiet: #444; --rule: #bbb; --faint: #fff;
-    --bar: #2c6690; --broken: #b8482c;
+    --bar: #2c6690; --broken: #b8482c; --rest: #8b979c;
   }
   body { max-width: none; padding: 0; font-size: 10pt; }
   section { margin-top: 2rem; }

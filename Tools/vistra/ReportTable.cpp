@@ -72,9 +72,9 @@ ReportTable& ReportTable::Number(std::uint64_t number) {
     return *this;
 }
 
-ReportTable& ReportTable::Bar(std::uint64_t value, std::uint64_t greatest) {
+ReportTable& ReportTable::Bar(std::uint64_t value, std::uint64_t greatest, bool isRest) {
     BeginCell();
-    ReportCharts::DrawBar(m_page, value, greatest);
+    ReportCharts::DrawBar(m_page, value, greatest, isRest);
     m_page.Add("</td>");
     return *this;
 }

@@ -23,7 +23,7 @@ public:
     ReportTable& Row(std::string_view heading);
     ReportTable& Text(std::string_view text);
     ReportTable& Number(std::uint64_t number);
-    ReportTable& Bar(std::uint64_t value, std::uint64_t greatest);
+    ReportTable& Bar(std::uint64_t value, std::uint64_t greatest, bool isRest = false);
 
 private:
     void BeginCell();

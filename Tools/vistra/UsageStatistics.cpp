@@ -67,6 +67,8 @@ void UsageStatistics::Begin(const DocumentHead& head, bool isOpen) {
     m_kind = KindOf(head);
     m_copies += m_kind == Kind::Copy;
     m_crashReports += m_kind == Kind::CrashReport;
+    if (m_kind == Kind::Session && !session.user.empty())
+        m_users.insert(Kept(session.user));
     m_document = SessionFigures();
     m_document.id = Kept(session.id);
     m_document.product = {Kept(session.family), Kept(session.name), Kept(session.version)};

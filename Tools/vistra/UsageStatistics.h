@@ -65,6 +65,8 @@ public:
     const BoundedCounts<std::string>& Rejected() const { return m_rejected; }
     const ::Decisions& Decisions() const { return m_decisions; }
     std::uint64_t CrashReports() const { return m_crashReports; }
+    /// How many people's sessions there are.
+    std::size_t Users() const { return m_users.size(); }
     /// Documents that say again what another one has said, and were left out.
     std::uint64_t Copies() const { return m_copies; }
 
@@ -91,6 +93,7 @@ private:
     std::vector<SessionFigures> m_sessions;
     std::unordered_map<std::string, std::size_t> m_places;  ///< of the sessions, by id
     std::set<std::pair<std::string, std::uint32_t>> m_seen; ///< documents, by id and first seq
+    std::set<std::string> m_users;
     BoundedCounts<EventKind> m_events{10'000};
     BoundedCounts<std::string> m_rejected{100};
     ::Decisions m_decisions;
