@@ -71,7 +71,7 @@ TEST_F(ReportTest, SumsUpWhatHostsHaveRecorded) {
           "|File|4|Page|1|View|1|", "|File |2 kinds|", "|Open|Image|3|Save|–|1|",
           "|VS_INVALID_GROUPID|data for a group that there is not|1|VS_INVALID_STRING|",
           "|Suite, Editor|1.0|1|0|5|2|", "|Suite, Reader|2.0|1|1|1|0|", "|5|2|finished|",
-          "|1|0|left by a crash|"})
+          "|1|0|crash|"})
         EXPECT_THAT(m_text, HasSubstr(fact));
     EXPECT_THAT(m_text, Not(HasSubstr("Documents that could not be read")));
 }
@@ -79,9 +79,7 @@ TEST_F(ReportTest, SumsUpWhatHostsHaveRecorded) {
 TEST_F(ReportTest, TellsAnOpenSessionFromOneThatACrashLeft) {
     m_host.Play(kSession + "host shell \"'" VISTRA "' report '" + m_account.LogFolder() +
                 "' -o open.html 2>open.err\"\nUTCloseSession s\n");
-    EXPECT_THAT(Text("open.html"),
-                AllOf(HasSubstr("<td class=\"text\">open</td>"),
-                      Not(HasSubstr("<td class=\"text\">left by a crash</td>"))));
+    EXPECT_THAT(Text("open.html"), AllOf(HasSubstr(">open</td>"), Not(HasSubstr(">crash</td>"))));
     EXPECT_THAT(Text("open.err"), HasSubstr("is still being written"));
     MiniSession("Suite", "Editor", "S", "U", true, m_account.LogFolder()).CreateCrashFile();
     EXPECT_EQ(Report(m_account.LogFolder()).exit, 0);
@@ -110,9 +108,9 @@ TEST_F(ReportTest, TellsSessionsApartWhateverTheOrderOfTheirDocuments) {
          {"|Sessions|5|2025-03-04 to 2025-03-05|", "|Recorded time|1\u00a0h|",
           "Left out: 1 document that is a copy",
           "|2025-03-04 10:00|F, N|1|1\u00a0h\u00a030\u00a0min|0|0|finished|A|",
-          "|2025-03-05 10:00|unknown|0\u00a0s|0|0|finished|B|",
-          "|12\u00a0min|0|0|goes on elsewhere|C|", "|1970-01-01 00:00|unknown|30\u00a0s|",
-          "|unknown|unknown|unknown|0|0|finished|E|", "Not in the chart: 2 sessions"})
+          "|2025-03-05 10:00|unknown|0\u00a0s|0|0|finished|B|", "|12\u00a0min|0|0|elsewhere|C|",
+          "|1970-01-01 00:00|unknown|30\u00a0s|", "|unknown|unknown|unknown|0|0|finished|E|",
+          "Not in the chart: 2 sessions"})
         EXPECT_THAT(m_text, HasSubstr(fact));
 }
 

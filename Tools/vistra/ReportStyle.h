@@ -76,8 +76,8 @@ tbody th { font-weight: 400; }
 thead th { overflow-wrap: normal; }
 th.number, td.number { text-align: right; }
 td.number, th.line, td.line { white-space: nowrap; }
-th.line { min-width: 0; }
 tbody th { min-width: 10.5rem; }
+tbody th.line { min-width: 0; }
 td.drawn { width: 70%; }
 .drawn + .number { padding-left: .6rem; }
 details { border-bottom: 1px solid var(--rule); }
@@ -93,8 +93,8 @@ details .table { margin: .3rem 0 1rem; padding: .6rem .8rem; background: var(--f
   .spare { display: none; }
   table { font-size: .87rem; }
   th, td { padding-right: .6rem; }
-  th.line { white-space: normal; }
   tbody th { min-width: 6.5rem; }
+  tbody th.line { min-width: 6.4em; white-space: normal; }
   td.drawn { width: 50%; }
 }
 @media print {

@@ -84,9 +84,9 @@ const char* NameOf(SessionEnd end) {
     case SessionEnd::Open:
         return "open";
     case SessionEnd::Elsewhere:
-        return "goes on elsewhere";
+        return "elsewhere";
     default:
-        return "left by a crash";
+        return "crash";
     }
 }
 
@@ -168,9 +168,9 @@ void ReportSections::AddSessions(Writer& page, const UsageStatistics& usage) {
                            {"Product"},
                            {"Version", Kind::Text, true},
                            {"Length", Kind::Number},
-                           {"Events", Kind::Number},
+                           {"Events", Kind::Number, true},
                            {"Rejected data", Kind::Number, true},
-                           {"End"},
+                           {"End", Kind::Line},
                            {"Session", Kind::Line, true}});
         for (const SessionFigures* session : std::span(sessions).first(shown))
             table.Row(session->start ? RecordTime::MinuteText(*session->start) : "unknown")
