@@ -6,7 +6,7 @@ inline constexpr char kReportStyle[] = R"css(
 :root {
   color-scheme: light dark;
   --paper: #fcfcfa; --ink: #1a2328; --quiet: #566168; --rule: #d8dcd8; --faint: #f1f3ef;
-  --bar: #2c6690; --broken: #b8482c; --rest: #8b979c;
+  --bar: #2c6690; --broken: #b8482c; --rest: #7f8b90;
 }
 @media (prefers-color-scheme: dark) {
   :root {
@@ -100,7 +100,7 @@ details .table { margin: .3rem 0 1rem; padding: .6rem .8rem; background: var(--f
 @media print {
   :root {
     --paper: #fff; --ink: #000; --quiet: #444; --rule: #bbb; --faint: #fff;
-    --bar: #2c6690; --broken: #b8482c; --rest: #8b979c;
+    --bar: #2c6690; --broken: #b8482c; --rest: #7f8b90;
   }
   body { max-width: none; padding: 0; font-size: 10pt; }
   section { margin-top: 2rem; }
