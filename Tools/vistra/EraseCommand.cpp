@@ -24,6 +24,9 @@ constexpr const char* kFileTitles[] = {"Documents", "Markers of sessions", "The 
 constexpr char kSettingsStay[] =
     "The settings obfuscate and send, what your administrator has set, and the agent's\n"
     "configuration stay: they are no data about your use.\n";
+constexpr char kSharedStays[] =
+    "What belongs to no single key stays: the number that stands for you, the answers of no\n"
+    "product, the dates of product families, and the settings.\n";
 constexpr char kNeverAsked[] =
     "You then count as never asked: a product that says it is a pre-release records again. To\n"
     "refuse, or to keep a refusal, afterwards:\n";
@@ -79,8 +82,7 @@ void PrintRecords(const ErasePlan& plan) {
 }
 
 void PrintConsequences(const ErasePlan& plan) {
-    if (!plan.key)
-        std::cout << kSettingsStay;
+    std::cout << (plan.key ? kSharedStays : kSettingsStay);
     std::string commands;
     for (const StoredRecord& record : plan.records)
         if (record.kind == RecordKind::UsageKey && record.optIn)
