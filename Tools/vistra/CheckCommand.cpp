@@ -122,6 +122,7 @@ void AddCheckCommand(CLI::App& vistra, ExitCode& exit) {
     CLI::App* const command = vistra.add_subcommand(
         "check", "Tell where documents depart from their format, as FILE:LINE: WHAT");
     command->add_option("FILE", options->paths, "Documents; those of a session in any order")
+        ->type_name("")
         ->required();
     command->add_option("--most", options->most, "Findings to show for a file")
         ->capture_default_str();

@@ -69,6 +69,6 @@ void AddExportCommand(CLI::App& vistra, ExitCode& exit) {
     command->add_option("--format", options->format, "jsonl or csv")
         ->required()
         ->check(CLI::IsMember({kJsonLines, kCsv}));
-    command->add_option("FILE", options->paths, "Documents")->required();
+    command->add_option("FILE", options->paths, "Documents")->type_name("")->required();
     command->callback([options, &exit] { exit = Worse(exit, Export(*options)); });
 }

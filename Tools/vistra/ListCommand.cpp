@@ -95,11 +95,12 @@ ExitCode List(const ListOptions& options) {
 void AddListCommand(CLI::App& vistra, ExitCode& exit) {
     const auto options = std::make_shared<ListOptions>();
     CLI::App& command = *vistra.add_subcommand(
-        "list",
-        "Lists the recorded sessions: when, of which product, and what became of them.\n"
+        "list", "List the recorded sessions: when, of which product, and what became of them");
+    command.footer(
         "A session is open (a program is recording it), left by a crash, waiting (ended, not\n"
         "yet collected), collected, or finished (ended, in a FOLDER that you name); or its\n"
-        "end is missing (the last file is not here, or was cut short).");
+        "end is missing (the last file is not here, or was cut short).\n\n" +
+        vistra.get_footer());
     command
         .add_option("FOLDER", options->folder,
                     "Look into this folder alone; else at this account's documents, at those\n"

@@ -21,7 +21,7 @@ struct Options {
 };
 
 constexpr char kWhenItCounts[] =
-    "Running programs heed it when they next start a session or hand a document over. Documents\n"
+    "Running programs heed it when they next start a session; one that is open goes on. Documents\n"
     "that are waiting are not deleted by this: see vistra erase.\n";
 
 const char* KindName(const StoredRecord& record) {

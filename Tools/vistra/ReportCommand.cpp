@@ -146,9 +146,10 @@ ExitCode MakeReport(const Options& options) {
 void AddReportCommand(CLI::App& vistra, ExitCode& exit) {
     auto options = std::make_shared<Options>();
     CLI::App* const report = vistra.add_subcommand(
-        "report", "Sums up the documents of folders in one page for a person to read");
+        "report", "Sum up the documents of folders in one page for a person to read");
     report
         ->add_option("FOLDER", options->folders, "Folders with usage documents; not those in them")
+        ->type_name("")
         ->required();
     report
         ->add_option("-o,--output", options->output,

@@ -47,8 +47,7 @@ ExitCode ShowClearText(const std::vector<std::string>& files) {
 void AddShowCommand(CLI::App& vistra, ExitCode& exit) {
     const auto options = std::make_shared<ShowOptions>();
     CLI::App& command = *vistra.add_subcommand(
-        "show", "Tells what documents hold, obfuscated or not: their sessions, groups of values,\n"
-                "and events with the time since the session's start.");
+        "show", "Show documents, obfuscated or not, as a person reads them: groups and events");
     command.add_option("FILE", options->files, "Documents, in the order in which to tell of them")
         ->type_name("")
         ->required();
