@@ -99,7 +99,10 @@ TEST_F(ReportTest, TellsSessionsApartWhateverTheOrderOfTheirDocuments) {
     Make("2 copied.xml",
          Opening("A", start) + Closing("SplitSession", "A", "2025-03-04T11:00:00Z"));
     Make("3.xml", Whole("B", "2025-03-05T10:00:00Z", "2025-03-05T09:00:00Z"));
-    Make("4.rdy", Opening("C", start) + Closing("SplitSession", "C", "2025-03-04T10:12:00Z"));
+    const std::string guid = "6F9619FF-8B86-D011-B42D-00C04FC964FF";
+    const std::string cut = Closing("SplitSession", guid, "2025-03-04T10:12:00Z");
+    Make("4.rdy", Opening(guid, start) + cut);
+    WriteText(Path("made/ulog_F_N_U_" + guid + "_1.xml"), Event("category=\"C\"", start) + cut);
     Make("5.xml", Whole("D", "1970-01-01T00:00:00Z", "1970-01-01T00:00:30Z"));
     Make("6.xml", Whole("E", "yesterday", "today"));
     WriteText(Path("made/other.xml"), "not looked at");
@@ -108,9 +111,9 @@ TEST_F(ReportTest, TellsSessionsApartWhateverTheOrderOfTheirDocuments) {
          {"|Sessions|5|2025-03-04 to 2025-03-05|", "|Recorded time|1\u00a0h|",
           "Left out: 1 document that is a copy",
           "|2025-03-04 10:00|F, N|1|1\u00a0h\u00a030\u00a0min|0|0|finished|A|",
-          "|2025-03-05 10:00|unknown|0\u00a0s|0|0|finished|B|", "|12\u00a0min|0|0|elsewhere|C|",
-          "|1970-01-01 00:00|unknown|30\u00a0s|", "|unknown|unknown|unknown|0|0|finished|E|",
-          "Not in the chart: 2 sessions"})
+          "|2025-03-05 10:00|unknown|0\u00a0s|0|0|finished|B|",
+          "|12\u00a0min|1|0|elsewhere|6F9619FF|", "|1970-01-01 00:00|unknown|30\u00a0s|",
+          "|unknown|unknown|unknown|0|0|finished|E|", "Not in the chart: 2 sessions"})
         EXPECT_THAT(m_text, HasSubstr(fact));
 }
 

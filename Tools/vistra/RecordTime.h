@@ -10,7 +10,7 @@ namespace RecordTime {
 
 using Moment = std::chrono::sys_seconds;
 
-/// Reads a text like "2026-03-04T17:05:09Z". Nothing for any other.
+/// Reads a text like "2026-03-04T17:05:09Z". Nothing for any other, and for times before 1970.
 std::optional<Moment> Parse(std::string_view text);
 
 std::string DayText(Moment moment);    ///< "2026-03-04"

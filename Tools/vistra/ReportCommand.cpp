@@ -3,6 +3,7 @@
 #include "Tools/vistra/Console.h"
 #include "Tools/vistra/Documents.h"
 #include "Tools/vistra/ReportPage.h"
+#include "Tools/vistra/SessionFileName.h"
 #include "Utility/src/UsageFileNames.h"
 
 #include <CLI/CLI.hpp>
@@ -78,8 +79,10 @@ private:
         bool isBegun = false;
         const bool isOpen = IsInProgress(path) && Platform::IsHeldLocked(path);
         const ExitCode exit = ReadDocuments(
-            {path}, {[&](const DocumentHead& head) {
+            {path}, {[&](DocumentHead head) {
                          isBegun = true;
+                         if (head.session.id.empty()) // the head could not be written
+                             head.session.id = ParseSessionFileName(path).sessionId;
                          m_usage.Begin(head, isOpen);
                      },
                      [&](const Record& record, std::uint64_t) { m_usage.Take(record); },

@@ -86,8 +86,6 @@ void UsageStatistics::Take(const Record& record) {
     m_lastTime = record.Written(AttributeName::kTime).substr(0, 32);
     m_document.lastSeq = record.Number(AttributeName::kSeq).value_or(m_document.lastSeq);
     m_isFinished |= record.Type() == RecordType::EndSession;
-    if (m_document.id.empty() && IsClosing(record.Type()))
-        m_document.id = KeptValue(record, AttributeName::kId);
     if (record.Type() == RecordType::DataRec)
         TakeData(record);
     else if (record.Type() == RecordType::EventRec)
