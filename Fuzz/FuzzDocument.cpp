@@ -38,7 +38,7 @@ void CheckPieces(const std::string& document, const SessionIdentity& session) {
 bool IsFaultless(const DocumentHead& head) {
     bool isFaultless = head.problem.empty();
     const auto find = [&](std::uint64_t, const std::string&) { isFaultless = false; };
-    const CheckReport report{find, find};
+    const CheckReport report{find, find, {}};
     SessionState session;
     DocumentFile file(Path());
     return DocumentCheck(head, session, report).Run(file).empty() && isFaultless;

@@ -60,6 +60,7 @@ public:
     void Show(std::uint64_t line, const char* kind, const std::string& what) {
         if (++m_shown > m_options.most)
             return;
+        Console::ShowProgress("");
         std::cout << Console::Printable(m_path) << ':' << line << ": " << kind
                   << Console::Printable(what) << '\n';
     }
@@ -90,15 +91,18 @@ private:
 
 ExitCode CheckFile(const File& file, SessionState& session, const Options& options) {
     Findings findings(file.path, options);
+    Console::ReadingProgress progress(file.path);
     const CheckReport report{
         [&](std::uint64_t line, const std::string& what) { findings.ShowDeparture(line, what); },
         [&](std::uint64_t line, const std::string& what) {
             if (!options.isQuiet)
                 findings.Show(line, "note: ", what);
-        }};
+        },
+        [&](std::uint64_t line) { progress.Reach(line); }};
     DocumentFile document(file.path);
     DocumentCheck check(file.head, session, report);
     const std::string problem = check.Run(document);
+    Console::ShowProgress("");
     findings.ShowSum(check.Records());
     if (!problem.empty())
         Console::Complain(file.path, problem);

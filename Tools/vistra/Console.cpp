@@ -90,6 +90,14 @@ void Console::Complain(std::string_view where, std::string_view what) {
     std::cerr << "vistra: " + Printable(where) + ": " + Printable(what) + "\n";
 }
 
+Console::ReadingProgress::~ReadingProgress() {
+    ShowProgress("");
+}
+
+void Console::ReadingProgress::Show(std::uint64_t line) const {
+    ShowProgress(std::string(m_path).append(": line ") + std::to_string(line));
+}
+
 void Console::ShowProgress(std::string_view text) {
     static const bool shows = IsTerminal(StandardStream::Error);
     static bool shown = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,29 @@ std::string Styled(Style style, std::string_view text);
 /// One line "vistra: WHERE: WHAT" on standard error, made printable. `where` names a file, with the
 /// place in it if there is one ("FILE:LINE").
 void Complain(std::string_view where, std::string_view what);
+
+/// Tells from time to time, by ShowProgress, how far a long document has been read. To be called
+/// for each of its records.
+class ReadingProgress {
+public:
+    explicit ReadingProgress(std::string_view path) : m_path(path) {}
+    ~ReadingProgress();
+    ReadingProgress(const ReadingProgress&) = delete;
+    ReadingProgress& operator=(const ReadingProgress&) = delete;
+
+    void Reach(std::uint64_t line) {
+        if (++m_records % kRecordsBetween == 0)
+            Show(line);
+    }
+
+private:
+    static constexpr std::uint64_t kRecordsBetween = 1 << 18; // a fraction of a second
+
+    void Show(std::uint64_t line) const;
+
+    std::string m_path;
+    std::uint64_t m_records = 0;
+};
 
 /// Shows a line of progress on standard error, in place of the last one, when that is a terminal;
 /// an empty text takes it away.

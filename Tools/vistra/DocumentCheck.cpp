@@ -52,9 +52,11 @@ DocumentCheck::DocumentCheck(const DocumentHead& head, SessionState& state,
 std::string DocumentCheck::Run(DocumentFile& file) {
     CheckName(file.Path());
     PieceReader reader(file);
-    Piece piece;
-    while (reader.Next(piece))
+    for (Piece piece; reader.Next(piece);) {
         Handle(piece);
+        if (m_report.progress)
+            m_report.progress(piece.line);
+    }
     m_state.identity = m_head.session;
     if (!m_isClosed && file.Problem().empty()) {
         if (Platform::IsHeldLocked(file.Path()))

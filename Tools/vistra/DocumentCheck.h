@@ -16,6 +16,7 @@
 struct CheckReport {
     std::function<void(std::uint64_t line, const std::string& what)> departure;
     std::function<void(std::uint64_t line, const std::string& what)> remark;
+    std::function<void(std::uint64_t line)> progress; ///< behind each record; may be empty
 };
 
 /// What is known of a session from one of its files to the next.

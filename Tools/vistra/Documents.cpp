@@ -1,6 +1,7 @@
 #include "Tools/vistra/Documents.h"
 
 #include "Platform/FileReading.h"
+#include "Platform/Terminal.h"
 #include "Tools/vistra/Console.h"
 #include "Tools/vistra/PieceReader.h"
 #include "Utility/src/UsageFileNames.h"
@@ -55,9 +56,13 @@ public:
         : m_file(path), m_reader(m_file), m_handler(handler) {}
 
     void Read() {
-        Piece piece;
-        while (m_reader.Next(piece))
+        Console::ReadingProgress progress(m_file.Path());
+        const bool isWatched = !Platform::IsTerminal(Platform::StandardStream::Output);
+        for (Piece piece; m_reader.Next(piece);) {
             Handle(piece);
+            if (isWatched) // else the output itself shows how far it is
+                progress.Reach(m_reader.Line());
+        }
         if (!m_file.Problem().empty())
             m_trouble.Note(m_reader.Line(), m_file.Problem());
         else if (!m_isClosed && !IsLeftover())
