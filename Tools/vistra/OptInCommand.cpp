@@ -48,16 +48,22 @@ Json JsonOf(const StoredRecord& record) {
             {"demographicAnswers", record.answers}};
 }
 
+void PrintRow(const std::string& answer, const std::string& since, const std::string& answers,
+              const std::string& kind, const std::string& key) {
+    std::cout << std::left << std::setw(11) << answer << std::setw(22) << since << std::setw(13)
+              << answers << std::setw(24) << kind << key << "\n";
+}
+
 void PrintAll(const std::vector<StoredRecord>& records) {
-    for (const StoredRecord& record : records)
-        std::cout << std::left << std::setw(10)
-                  << Consent::Name(record.optIn.value_or(kOptInUnknown)) << std::setw(21)
-                  << (record.date.empty() ? "-" : Console::Printable(record.date)) << std::right
-                  << std::setw(4) << record.answers
-                  << (record.answers == 1 ? " answer   " : " answers  ") << std::left
-                  << std::setw(23) << KindName(record) << Console::Printable(record.name) << "\n";
-    if (records.empty())
+    if (records.empty()) {
         std::cout << "No answer is stored.\n";
+        return;
+    }
+    PrintRow("ANSWER", "SINCE (UTC)", "DEMOGRAPHIC", "KIND", "KEY");
+    for (const StoredRecord& record : records)
+        PrintRow(Consent::Name(record.optIn.value_or(kOptInUnknown)),
+                 record.date.empty() ? "-" : Console::Printable(record.date),
+                 std::to_string(record.answers), KindName(record), Console::Printable(record.name));
 }
 
 void PrintOne(const StoredRecord& record) {
