@@ -60,6 +60,16 @@ std::function<void(const Sandbox&, const HostBundle&)> AgentAt(const std::string
     };
 }
 
+/// A link in the account, which may be one to itself.
+std::function<void(const Sandbox&, const HostBundle&)> LinkAt(const std::string& name,
+                                                              const std::string& target) {
+    return [name, target](const Sandbox& account, const HostBundle&) {
+        const fs::path link = account.Home() + "/" + name;
+        fs::create_directories(link.parent_path());
+        fs::create_symlink(target, link);
+    };
+}
+
 /// A file where a folder of the account belongs.
 std::function<void(const Sandbox&, const HostBundle&)> FileAt(const std::string& name) {
     return [name](const Sandbox& account, const HostBundle&) {
@@ -110,6 +120,14 @@ const Situation kSituations[] = {
      kUsual + "key", "UTInitialize key 1 NULL\n", "Suite Editor", 3},
     {"NoPlaceForConfiguration", "configuration", FileAt(".local/share")},
     {"FileForConfiguration", "", FileAt(".local/share/Norvale")},
+    {"LinkToItselfForConfiguration", "",
+     LinkAt(".local/share/Norvale/LogTransport2", "LogTransport2")},
+    {"BroughtNewerForNoRegularFile", "",
+     [](const Sandbox& account, const HostBundle& host) {
+         LinkAt(".local/share/Norvale/LogTransport2/LogTransport2.cfg", "/dev/null")(account, host);
+         Brought("[hibernate]\nsuite_editor=|2199-01-01\n")(account, host);
+     },
+     kUsual + "key", "UTInitialize key 1 NULL\n", "Suite Editor", 3},
     {"NoAgent", "agent", AgentAt("elsewhere")},
     {"NamedAgent", "", AgentAt("elsewhere"), kUsual + "key --agent elsewhere",
      "UTInitialize key 1 elsewhere\n"},
@@ -130,11 +148,7 @@ const Situation kSituations[] = {
      kUsual + "key", "UTInitialize key 1 NULL\n", "Suite Editor", 3},
     {"FileForDocuments", "", FileAt(".local/state/Logs/Norvale/LogTransport2")},
     {"NoPlaceForDocuments", "document-folder", FileAt(".local/state")},
-    {"LinkToNothingForDocuments", "document-folder",
-     [](const Sandbox& account, const HostBundle&) {
-         fs::create_directories(account.Home() + "/.local");
-         fs::create_symlink("nowhere", account.Home() + "/.local/state");
-     }},
+    {"LinkToNothingForDocuments", "document-folder", LinkAt(".local/state", "nowhere")},
 };
 
 class DoctorTest : public VistraTest {

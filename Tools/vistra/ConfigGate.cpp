@@ -23,20 +23,18 @@ bool Read(ConfigFileContainer& config, const std::string& file, Gate& gate) {
 }
 
 bool CanBeReplaced(const std::string& file) {
-    return !FileSystemUtils::IsDirectory(file) && Platform::MayBeWritten(file) &&
+    return Platform::MayBeWritten(file) &&
            Platform::MayBeWritten(FileSystemUtils::GetParentPath(file));
 }
 
-/// What stands in the user's file when the start asks it; the file may first be set anew.
+/// What stands in the user's file when the start asks it; the file may first be set anew. One that
+/// cannot be read stays so, as it keeps its permissions.
 void ReadUserFile(ConfigFileContainer& config, const std::string& defaultFile, Gate& gate) {
-    if (!LogTransUtils::IsUserCfgOutdated(gate.file, defaultFile)) {
-        Read(config, gate.file, gate);
+    if (!Read(config, gate.file, gate) || !LogTransUtils::IsUserCfgOutdated(gate.file, defaultFile))
         return;
-    }
     if (!CanBeReplaced(gate.file)) {
         gate.notes.push_back("the newer " + defaultFile +
                              " should take its place, but the file may not be written");
-        Read(config, gate.file, gate);
         return;
     }
     gate.notes.push_back("a session start would first set " + gate.file +

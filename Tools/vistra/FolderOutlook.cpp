@@ -8,7 +8,8 @@ using Platform::ItemType;
 
 namespace {
 
-/// Whether something stands there that leads to no folder: a file, or a link to nothing.
+/// Whether something stands there that leads to no folder: a file, or a link, be it to nothing, to
+/// itself or to a place out of reach.
 bool Stands(const std::string& item) {
     return Platform::SizeOfItem(item).has_value();
 }
@@ -20,11 +21,12 @@ bool FindNearest(const std::string& standardFolder, FolderOutlook& outlook) {
     for (; !FileSystemUtils::IsDirectory(item); item = FileSystemUtils::GetParentPath(item)) {
         if (item.empty())
             return false;
-        const bool mayGiveWay = item.size() > standardFolder.size();
+        const bool stands = Stands(item);
+        const bool mayGiveWay = stands && item.size() > standardFolder.size();
         const bool isUnknown = Platform::TypeOfItem(item) == ItemType::Unknown;
-        if (isUnknown || Stands(item))
+        if (isUnknown || stands)
             outlook.obstacle = item;
-        if (isUnknown || (Stands(item) && !mayGiveWay))
+        if ((isUnknown || stands) && !mayGiveWay)
             return false;
     }
     if (Platform::MayBeWritten(item))
