@@ -227,4 +227,12 @@ TEST_F(DoctorTest, CountsAFileSystemWithoutSpaceAndPrintsNothingThatATerminalAct
     EXPECT_EQ(Vistra("doctor --family F --product P --key k --host nowhere").exit, 2);
 }
 
+TEST_F(DoctorTest, TellsAnAnswerThatNobodyGivesFromARefusal) {
+    Vistra("opt-in out key");
+    std::string text = ReadText(m_account.UserPreferences());
+    WriteText(m_account.UserPreferences(), text.replace(text.find("<integer>0") + 9, 1, "7"));
+    EXPECT_THAT(Vistra("doctor --host Host.app/Contents/MacOS/Host " + kUsual + "key").output,
+                HasSubstr("consent: the stored answer is neither 1 nor 0: 7."));
+}
+
 } // namespace

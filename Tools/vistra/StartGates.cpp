@@ -192,10 +192,13 @@ Gate AskConsent(const SessionStart& start) {
         gate.change = "to refuse: " + OptInCommand("out", start);
         return gate;
     }
-    gate.Refuse(*answer == kOptInUnknown
-                    ? "the user has not been asked, and the product is no pre-release (state " +
-                          std::to_string(start.serializationState) + ")"
-                    : "the user has refused");
+    if (*answer == kOptInUnknown)
+        gate.Refuse("the user has not been asked, and the product is no pre-release (state " +
+                    std::to_string(start.serializationState) + ")");
+    else
+        gate.Refuse(*answer == kOptedOut
+                        ? "the user has refused"
+                        : "the stored answer is neither 1 nor 0: " + std::to_string(*answer));
     gate.change = "to agree: " + OptInCommand("in", start);
     return gate;
 }
