@@ -124,6 +124,12 @@ TEST_F(EraseTest, FindsTheAnswersOfAKeyThatIsAPath) {
     EXPECT_THAT(ReadText(m_account.UserPreferences()),
                 AllOf(Not(HasSubstr("OptIn")), Not(HasSubstr("red")), HasSubstr("blue")));
     EXPECT_EQ(Vistra("erase --key 'a\\b' --yes").exit, 2);
+
+    m_host.Play("UTSetDemographic Size large\n");
+    for (const char* notItsOwn : {"a", "Demographic"})
+        Vistra(std::string("erase --yes --key ") + notItsOwn);
+    EXPECT_THAT(ReadText(m_account.UserPreferences()),
+                AllOf(HasSubstr("blue"), HasSubstr("large")));
 }
 
 TEST_F(EraseTest, KeepsWhatIsInUseAndNeverFollowsALink) {

@@ -72,10 +72,13 @@ private:
                                      StoredRecords::CountAnswers(*m_plan.key) > 0;
     }
 
+    /// A key may have the name of something else that is stored, or be the beginning of one that is
+    /// a path: that is not its own.
     bool IsOfKey(const StoredRecord& record) const {
-        return record.kind == RecordKind::VersionNote
-                   ? KeyBefore(record.name) == m_plan.key
-                   : record.name == m_plan.key && record.value->AsDictionary();
+        if (record.kind == RecordKind::VersionNote)
+            return KeyBefore(record.name) == m_plan.key;
+        return record.name == m_plan.key &&
+               (record.kind == RecordKind::UsageKey || record.kind == RecordKind::DateOnly);
     }
 
     /// Whose a name "KEY_..." is; the key that was asked for may have no record.
