@@ -9,6 +9,7 @@
 #include "Utility/src/Mac/LogTransUtilsMac.h"
 #include "Utility/src/TimeUtils.h"
 #include "Utility/src/UsageFileNames.h"
+#include "Utility/src/UsageFolders.h"
 
 #include <charconv>
 #include <chrono>
@@ -55,8 +56,9 @@ std::vector<std::string> FinishedDocuments(const std::string& folder) {
 class Collector {
 public:
     explicit Collector(const std::string& logFolder)
-        : m_logFolder(logFolder), m_collected(FileSystemUtils::AppendPathElement(
-                                      FileSystemUtils::GetParentPath(logFolder), "Collected")) {
+        : m_logFolder(logFolder),
+          m_collected(FileSystemUtils::AppendPathElement(FileSystemUtils::GetParentPath(logFolder),
+                                                         UsageFolders::kCollected)) {
         FileSystemUtils::CreateLocalDirectory(m_collected);
     }
 

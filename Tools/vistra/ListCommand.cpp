@@ -14,9 +14,6 @@
 
 namespace {
 
-/// Where an agent keeps what it has collected: beside the folder of the documents.
-constexpr char kCollected[] = "Collected";
-
 struct ListOptions {
     std::optional<std::string> folder;
     bool json = false;
@@ -54,8 +51,8 @@ ExitCode ReadAccount(std::vector<SessionFile>& files, std::vector<SessionMarker>
         return UserFolderUtils::PathBelow(kDomainLibraryFolderType, relative);
     };
     const std::string documents = below(UsageFolders::kDocuments);
-    const std::string collected =
-        FileSystemUtils::AppendPathElement(FileSystemUtils::GetParentPath(documents), kCollected);
+    const std::string collected = FileSystemUtils::AppendPathElement(
+        FileSystemUtils::GetParentPath(documents), UsageFolders::kCollected);
     ExitCode exit = ReadFolderIfThere(documents, FolderKind::Documents, files);
     if (!documents.empty())
         exit = Worse(exit, ReadFolderIfThere(collected, FolderKind::Collected, files));

@@ -27,12 +27,6 @@ bool IsInProgress(const std::string& path) {
     return path.ends_with(UsageFileNames::kInProgressExtension);
 }
 
-bool IsDocumentName(const std::string& name) {
-    return name.starts_with(UsageFileNames::kPrefix) &&
-           (IsInProgress(name) || name.ends_with(UsageFileNames::kPlainExtension) ||
-            name.ends_with(UsageFileNames::kObfuscatedExtension));
-}
-
 /// The documents of the folders. Folders that cannot be listed are told of and taken out.
 std::vector<std::string> FindDocuments(std::vector<std::string>& folders) {
     std::vector<std::string> paths;
@@ -44,7 +38,7 @@ std::vector<std::string> FindDocuments(std::vector<std::string>& folders) {
                                           : "cannot be read as a folder");
         for (const Platform::FolderEntry& entry :
              entries.value_or(std::vector<Platform::FolderEntry>()))
-            if (!entry.isFolder && IsDocumentName(entry.name))
+            if (!entry.isFolder && UsageFileNames::IsDocumentName(entry.name))
                 paths.push_back((fs::path(folder) / entry.name).string());
         return !entries;
     });

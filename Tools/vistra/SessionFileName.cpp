@@ -22,6 +22,17 @@ std::optional<std::uint32_t> TakeIndex(std::string_view& name) {
     return index;
 }
 
+/// Takes the id and the separator before it off the name. Empty, with the name left, where it ends
+/// with none.
+std::string TakeId(std::string_view& name) {
+    const std::size_t separator = name.rfind('_');
+    const std::string_view id = name.substr(separator + 1);
+    if (separator == std::string_view::npos || !IsGuid(id))
+        return std::string();
+    name = name.substr(0, separator);
+    return std::string(id);
+}
+
 } // namespace
 
 SessionFileName ParseSessionFileName(std::string_view path) {
@@ -29,12 +40,11 @@ SessionFileName ParseSessionFileName(std::string_view path) {
     name = name.substr(0, name.rfind('.'));
     if (!name.starts_with(UsageFileNames::kPrefix))
         return {};
+    name.remove_prefix(std::string_view(UsageFileNames::kPrefix).size());
     SessionFileName parsed;
     parsed.index = TakeIndex(name);
-    const std::size_t separator = name.rfind('_');
-    const std::string_view id = name.substr(separator + 1);
-    if (!IsGuid(id))
-        return {};
-    parsed.sessionId = id;
-    return parsed;
+    parsed.sessionId = TakeId(name);
+    parsed.userId = TakeId(name);
+    parsed.product = name;
+    return parsed.sessionId.empty() ? SessionFileName() : parsed;
 }

@@ -5,9 +5,10 @@
 #include <string>
 #include <string_view>
 
-/// What the name of a document tells. Family and product may hold the separator, so they are told
-/// by the document alone.
+/// What the name of a document tells.
 struct SessionFileName {
+    std::string product; ///< family and name as one: either may hold the separator
+    std::string userId;
     std::string sessionId;              ///< empty where the name is not one that the library gives
     std::optional<std::uint32_t> index; ///< of the file in its session; none for a small document
 };

@@ -2,6 +2,7 @@
 
 #include "Platform/Files.h"
 #include "Platform/UserFolders.h"
+#include "Tools/vistra/SessionFileName.h"
 #include "Tools/vistra/StoredRecords.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
 #include "Utility/src/Mac/UserFolderUtils.h"
@@ -15,15 +16,6 @@
 using namespace UsageFileNames;
 
 namespace {
-
-constexpr char kCollectedFolder[] = "Collected"; ///< of the sample agent, beside the documents
-constexpr std::size_t kGuidLength = 36;
-
-bool IsDocument(std::string_view name) {
-    return name.starts_with(kPrefix) &&
-           (name.ends_with(kInProgressExtension) || name.ends_with(kPlainExtension) ||
-            name.ends_with(kObfuscatedExtension));
-}
 
 bool IsMarker(std::string_view name) {
     return name.ends_with(UsageFolders::kMarkerExtension);
@@ -75,40 +67,17 @@ std::string Folder(const char* relative) {
         UserFolderUtils::PathBelow(kDomainLibraryFolderType, relative));
 }
 
-bool IsGuid(std::string_view text) {
-    return text.size() == kGuidLength && std::ranges::all_of(text, [](char c) {
-               return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || c == '-';
-           });
-}
-
-/// Takes "_" and a GUID off the end.
-std::optional<std::string> TakeGuid(std::string_view& name) {
-    if (name.size() <= kGuidLength || name[name.size() - kGuidLength - 1] != '_' ||
-        !IsGuid(name.substr(name.size() - kGuidLength)))
-        return std::nullopt;
-    std::string guid(name.substr(name.size() - kGuidLength));
-    name.remove_suffix(kGuidLength + 1);
-    return guid;
-}
-
-/// Takes "_" and the index off the end, if there is one: a changed decision has none.
-void TakeIndex(std::string_view& name) {
-    const std::size_t end = name.find_last_not_of("0123456789");
-    if (end != std::string_view::npos && end + 1 < name.size() && name[end] == '_')
-        name = name.substr(0, end);
-}
-
 } // namespace
 
 UsageFiles FindUsageFiles() {
     const std::string documents = Folder(UsageFolders::kDocuments);
     UsageFiles found;
-    AddFolder(UsageFile::Kind::Document, documents, IsDocument, found);
+    AddFolder(UsageFile::Kind::Document, documents, IsDocumentName, found);
     if (!documents.empty())
         AddFolder(UsageFile::Kind::Document,
                   FileSystemUtils::AppendPathElement(FileSystemUtils::GetParentPath(documents),
-                                                     kCollectedFolder),
-                  IsDocument, found);
+                                                     UsageFolders::kCollected),
+                  IsDocumentName, found);
     AddFolder(UsageFile::Kind::Marker, Folder(UsageFolders::kMarkers), IsMarker, found);
     AddFolder(UsageFile::Kind::Log, Folder(UsageFolders::kLogs), IsLog, found);
     for (const std::string& path : StoredRecords::KeptCopies())
@@ -120,13 +89,8 @@ UsageFiles FindUsageFiles() {
 }
 
 std::optional<DocumentName> ParseDocumentName(std::string_view name) {
-    if (!IsDocument(name))
+    const SessionFileName parsed = ParseSessionFileName(name);
+    if (!IsDocumentName(name) || parsed.userId.empty())
         return std::nullopt;
-    name.remove_suffix(std::string_view(kPlainExtension).size());
-    name.remove_prefix(std::string_view(kPrefix).size());
-    TakeIndex(name);
-    const std::optional<std::string> session = TakeGuid(name);
-    if (!session || !TakeGuid(name))
-        return std::nullopt;
-    return DocumentName{std::string(name), *session};
+    return DocumentName{parsed.product, parsed.sessionId};
 }

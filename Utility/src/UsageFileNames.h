@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 /// Names of usage documents: what the agent goes by.
 namespace UsageFileNames {
@@ -13,6 +14,13 @@ inline constexpr char kObfuscatedExtension[] = ".rdy";
 /// Extension of a finished document.
 inline const char* FinishedExtension(bool obfuscated) {
     return obfuscated ? kObfuscatedExtension : kPlainExtension;
+}
+
+/// Whether a file is named as a document, finished or not.
+inline bool IsDocumentName(std::string_view name) {
+    return name.starts_with(kPrefix) &&
+           (name.ends_with(kInProgressExtension) || name.ends_with(kPlainExtension) ||
+            name.ends_with(kObfuscatedExtension));
 }
 
 /// Name without extension: the prefix and the four texts as they are, joined by "_".

@@ -6,6 +6,9 @@
 namespace UsageFolders {
 
 inline constexpr char kDocuments[] = "/Logs/Norvale/LogTransport2";
+/// Where an agent may keep what it has collected: the name of a folder beside that of the
+/// documents.
+inline constexpr char kCollected[] = "Collected";
 /// A session is recorded only where more than this is free.
 inline constexpr std::uint64_t kMinimumFreeBytes = 10'485'760;
 
