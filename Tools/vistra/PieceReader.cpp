@@ -19,6 +19,14 @@ Piece::Kind KindOf(std::string_view tag) {
     return tag.starts_with("</") ? Piece::Kind::RootEnd : Piece::Kind::Record;
 }
 
+/// Whether a text before a record's end is the whole of a ResumeSession: its last attribute is a
+/// number. Product texts may hold what looks like the end.
+bool IsWholeResumption(std::string_view text) {
+    constexpr std::string_view kLastAttribute = "\" seq=\"";
+    const std::size_t digits = text.find_last_not_of("0123456789") + 1;
+    return digits < text.size() && text.substr(0, digits).ends_with(kLastAttribute);
+}
+
 std::uint64_t LineFeedsIn(std::string_view text) {
     std::uint64_t count = 0;
     for (std::size_t at = text.find('\n'); at != kNowhere; at = text.find('\n', at + 1))
@@ -85,39 +93,61 @@ void PieceReader::Take(Piece& piece, Piece::Kind kind, std::size_t length) {
     m_at += length + (piece.isEnded ? 1 : 0);
 }
 
+/// Takes the whole of a ResumeSession, with any mark-up that is in it. False, with nothing taken,
+/// where its end is not to be found.
+bool PieceReader::TakeResumption(Piece& piece) {
+    if (!Has(kResumeStart.size()) || !Rest().starts_with(kResumeStart))
+        return false;
+    std::size_t end = FindFrom(0, kRecordEnd);
+    while (end != kNowhere && !IsWholeResumption(Rest().substr(0, end)))
+        end = FindFrom(end + 1, kRecordEnd);
+    if (end == kNowhere)
+        return false;
+    Take(piece, Piece::Kind::Record, end + kRecordEnd.size() - 1);
+    return true;
+}
+
 void PieceReader::TakeTag(Piece& piece) {
-    const bool resumes = Has(kResumeStart.size()) && Rest().starts_with(kResumeStart);
-    if (resumes) {
-        if (const std::size_t end = FindFrom(0, kRecordEnd); end != kNowhere)
-            return Take(piece, Piece::Kind::Record, end + kRecordEnd.size() - 1);
+    // It is the first record of a file. To look further for each that is not could take very long.
+    if (!m_hasRecord && TakeResumption(piece)) {
+        m_hasRecord = true;
+        return;
     }
     const std::size_t end = FindEither(1, '>', '<');
     if (end == kNowhere)
-        return Rest().size() > kLongestPiece ? PassOver(piece)
+        return Rest().size() > kLongestPiece ? BeginTooLong(piece)
                                              : Take(piece, Piece::Kind::Broken, Rest().size());
     if (Rest()[end] == '<')
         return Take(piece, Piece::Kind::Broken, end);
     Take(piece, KindOf(Rest()), end + 1);
+    m_hasRecord = m_hasRecord || piece.kind == Piece::Kind::Record;
 }
 
-/// Shows the start of a piece that is too long, and goes on at the next tag.
-void PieceReader::PassOver(Piece& piece) {
+/// Shows the start of a piece that is too long. The rest is read only when the next one is wanted:
+/// what begins so may be no document at all, and of any size.
+void PieceReader::BeginTooLong(Piece& piece) {
     constexpr std::size_t kShown = 80;
-    m_passedOver = Rest().substr(0, kShown);
-    piece = {Piece::Kind::TooLong, m_passedOver, m_line, false};
-    std::size_t from = 1;
-    for (;;) {
-        const std::size_t tag = Rest().find('<', from);
+    m_tooLong = Rest().substr(0, kShown);
+    piece = {Piece::Kind::TooLong, m_tooLong, m_line, false};
+    m_at += 1;
+    m_isInTooLong = true;
+}
+
+/// Goes on at the next tag.
+void PieceReader::PassOver() {
+    m_isInTooLong = false;
+    std::size_t tag = 0;
+    do {
+        tag = Rest().find('<');
         const std::size_t passed = std::min(tag, Rest().size());
         m_line += LineFeedsIn(Rest().substr(0, passed));
         m_at += passed;
-        from = 0;
-        if (tag != kNowhere || !Fill())
-            return;
-    }
+    } while (tag == kNowhere && Fill());
 }
 
 bool PieceReader::Next(Piece& piece) {
+    if (m_isInTooLong)
+        PassOver();
     if (!Has(1))
         return false;
     if (Rest().front() == '<') {
@@ -127,7 +157,7 @@ bool PieceReader::Next(Piece& piece) {
     } else {
         const std::size_t end = FindEither(0, '\n', '<');
         if (end == kNowhere && Rest().size() > kLongestPiece)
-            PassOver(piece);
+            BeginTooLong(piece);
         else
             Take(piece, Piece::Kind::Text, std::min(end, Rest().size()));
     }

@@ -47,14 +47,18 @@ private:
     std::size_t FindFrom(std::size_t from, std::string_view wanted);
     std::size_t FindEither(std::size_t from, char a, char b);
     void Take(Piece& piece, Piece::Kind kind, std::size_t length);
+    bool TakeResumption(Piece& piece);
     void TakeTag(Piece& piece);
-    void PassOver(Piece& piece);
+    void BeginTooLong(Piece& piece);
+    void PassOver();
 
     DocumentFile& m_file;
     std::string m_buffer;
-    std::string m_passedOver;
+    std::string m_tooLong; ///< the start of such a piece
     std::size_t m_at = 0;
     std::size_t m_end = 0;
     std::uint64_t m_line = 1;
     bool m_isAtEnd = false;
+    bool m_isInTooLong = false;
+    bool m_hasRecord = false; ///< one has been taken
 };
