@@ -118,6 +118,8 @@ TEST_F(ListTest, PutsTheFilesOfASessionTogetherAndMissesOthers) {
     EXPECT_EQ(Listed("folder", 3)["sessions"][0]["state"], "end missing") << "goes on";
     WritePart(11, kResumed);
     EXPECT_EQ(Listed("folder", 3)["sessions"][0]["state"], "end missing") << "cut short";
+    WritePart(4, kResumed + kEnd + kSplit, kId, ".rdy");
+    EXPECT_EQ(Listed("folder", 3)["sessions"][0]["state"], "finished") << "its end filled a file";
     fs::rename(last + ".xml", last + ".tmp");
     EXPECT_EQ(Listed("folder", 3)["sessions"][0]["state"], "crashed");
 }

@@ -1,8 +1,10 @@
 #include "Tools/vistra/DocumentEnd.h"
 
 #include "Platform/FileReading.h"
+#include "Tools/vistra/PieceReader.h"
 #include "Tools/vistra/Record.h"
 #include "Utility/src/Encryption.h"
+#include "Utility/src/UsageFileNames.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -37,15 +39,31 @@ std::string_view LastRecord(std::string_view text) {
     return start == std::string_view::npos ? std::string_view() : text.substr(start);
 }
 
-DocumentEnd::Kind KindOf(RecordType closing) {
-    switch (closing) {
-    case RecordType::EndSession:
+/// Of a text that ends with the root's end tag. A session whose end filled its file ends twice.
+DocumentEnd::Kind KindOf(std::string_view text, RecordType closing) {
+    if (closing == RecordType::EndSession)
         return DocumentEnd::Kind::Session;
-    case RecordType::SplitSession:
-        return DocumentEnd::Kind::Part;
-    default:
+    if (closing != RecordType::SplitSession)
         return DocumentEnd::Kind::Open;
+    text = text.substr(0, text.rfind('<', text.size() - kRootEnd.size() - 1));
+    const bool hasEnded = text.ends_with(kRootEnd);
+    return hasEnded ? DocumentEnd::Kind::Session : DocumentEnd::Kind::Part;
+}
+
+/// Whether the file is what a session leaves whose end filled the file before.
+bool IsLeftover(const std::string& path) {
+    if (path.ends_with(UsageFileNames::kInProgressExtension))
+        return false;
+    DocumentFile file(path);
+    PieceReader reader(file);
+    std::size_t records = 0;
+    bool resumes = false;
+    for (Piece piece; records < 2 && reader.Next(piece);) {
+        records += piece.kind == Piece::Kind::Record;
+        resumes = piece.kind == Piece::Kind::Record &&
+                  Record(piece.text).Type() == RecordType::ResumeSession;
     }
+    return records == 1 && resumes;
 }
 
 } // namespace
@@ -61,6 +79,8 @@ DocumentEnd ReadDocumentEnd(const std::string& path, bool isObfuscated) {
     const Record last(LastRecord(tail));
     result.time = last.Value(AttributeName::kTime);
     if (tail.ends_with(kRootEnd))
-        result.kind = KindOf(last.Type());
+        result.kind = KindOf(tail, last.Type());
+    else if (result.bytes <= kLooked && IsLeftover(path))
+        result.kind = DocumentEnd::Kind::Leftover;
     return result;
 }

@@ -6,9 +6,10 @@
 /// How a document ends.
 struct DocumentEnd {
     enum class Kind {
-        Session, ///< with the end of its session
-        Part,    ///< the session goes on in another file
-        Open,    ///< with neither: it is still being written, or was cut short
+        Session,  ///< with the end of its session
+        Part,     ///< the session goes on in another file
+        Leftover, ///< with none, for the session ended in the file before and filled it
+        Open,     ///< with none: it is still being written, or was cut short
     };
     Kind kind = Kind::Open;
     std::string time;        ///< of the last whole record, where one could be read

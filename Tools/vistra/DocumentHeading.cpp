@@ -37,6 +37,7 @@ std::string EndRow(const std::string& path, const DocumentHead& head, const Docu
     const std::string when = ShownTime(end.time) + After(head.session.start, end.time);
     switch (end.kind) {
     case DocumentEnd::Kind::Session:
+    case DocumentEnd::Kind::Leftover:
         return Row("ended", when);
     case DocumentEnd::Kind::Part:
         return Row("reaches to", when);

@@ -67,7 +67,7 @@ SessionState StateOf(const std::vector<SessionFile>& files, DocumentEnd::Kind en
         return SessionState::Open;
     if (std::ranges::any_of(files, &SessionFile::isInProgress))
         return SessionState::Crashed;
-    if (end != DocumentEnd::Kind::Session)
+    if (end != DocumentEnd::Kind::Session && end != DocumentEnd::Kind::Leftover)
         return SessionState::EndMissing;
     const auto countIn = [&](FolderKind kind) {
         return static_cast<std::size_t>(std::ranges::count(files, kind, &SessionFile::folder));
@@ -93,6 +93,12 @@ FolderSession MakeSession(std::vector<SessionFile>&& files, const std::string& k
     const SessionFile& last = session.files.back();
     session.identity = IdentityOf(session.files, key);
     session.end = ReadDocumentEnd(last.path, last.head.isObfuscated);
+    if (session.end.kind == DocumentEnd::Kind::Leftover && session.files.size() > 1) {
+        const SessionFile& before = session.files[session.files.size() - 2];
+        if (ReadDocumentEnd(before.path, before.head.isObfuscated).kind !=
+            DocumentEnd::Kind::Session)
+            session.end.kind = DocumentEnd::Kind::Open;
+    }
     session.state = StateOf(session.files, session.end.kind);
     return session;
 }
