@@ -73,6 +73,10 @@ TEST_F(CheckTest, NamesTheLineOfEachDeparture) {
         {" group=\"1\" name=\"ProductBuild\"", " group=\"9\" name=\"ProductBuild\"",
          "9: group 9 is used before it is declared"},
         {"\"ProductFamily\"", "\"Family\"", "6: the standard groups: here stands ProductFamily"},
+        {"group=\"1\" name=\"User\"", "group=\"0\" name=\"User\"",
+         "11: the standard groups: here stands User of group 1\n"},
+        {"NOVALUE\" name=\"SystemInfo\"", "X\" name=\"SystemInfo\"",
+         ": the standard groups: here begins the group SystemInfo of category Vistra, subcategory"},
         {"ProductLanguage\" data=\"en_US\" seq=\"6\"", "ProductLanguage\" data=\"en_US\" seq=\"8\"",
          "10: seq 8 stands where 6 belongs\n11: seq 7 stands where 9 belongs"},
         {group, "<NewGroup subcategory=\"Filter\" category=\"Edit\" ",
@@ -93,6 +97,12 @@ TEST_F(CheckTest, NamesTheLineOfEachDeparture) {
     for (const Case& c : cases)
         EXPECT_THAT(Findings(document, c.from, c.to), HasSubstr(c.finding)) << c.from;
     EXPECT_EQ(Findings(document, "two lines", "two\nlines"), "") << "XML carries line feeds";
+    const std::string timeless =
+        std::regex_replace(document, std::regex(" time=\"[^\"]*\""), " time=\"\"");
+    EXPECT_THAT(Findings(timeless, "", ""), StartsWith("4: '' is no time\n"));
+    const std::string decision = ReadText(Files("ulog_VistraOptin")[0]);
+    EXPECT_THAT(Findings(decision, "\"BaseCount\"", "\"Base\""),
+                HasSubstr("15: the standard groups: here stands BaseCount of group 2\n"));
 }
 
 TEST_F(CheckTest, JudgesTheFilesOfASessionTogether) {
@@ -101,6 +111,13 @@ TEST_F(CheckTest, JudgesTheFilesOfASessionTogether) {
     EXPECT_EQ(gap.exit, 1);
     EXPECT_THAT(gap.output, ContainsRegex("\n2.xml:4: seq [0-9]+ stands where [0-9]+ belongs\n"));
     EXPECT_THAT(Vistra("check 0.xml 0.xml").output, HasSubstr(":4: seq 0 stands where "));
+    const std::string named = fs::path(Files()[1]).filename().string();
+    fs::copy_file(Files()[1], Path(std::regex_replace(named, std::regex("_1.xml"), "_4.xml")));
+    EXPECT_THAT(Vistra("check 0.xml " + Files()[0] + " ulog_*").output,
+                HasSubstr("_4.xml:1: the name counts the file as 4 where 1 belongs\n"));
+    WriteText(Path("1.xml"), std::regex_replace(Text("1.xml"), std::regex("\"Editor\""), "\"E\""));
+    EXPECT_THAT(Vistra("check 0.xml 1.xml").output,
+                HasSubstr("1.xml:4: ResumeSession differs from what the file before told"));
     const VistraRun alone = Vistra("check 1.xml");
     EXPECT_EQ(alone.exit, 0) << alone.output;
     EXPECT_THAT(alone.output, HasSubstr("1.xml:4: note: the session's files before this one were"));
@@ -114,6 +131,42 @@ TEST_F(CheckTest, RemarksOnWhatStrictParsersStopAt) {
     EXPECT_EQ(run.exit, 0) << run.output;
     EXPECT_THAT(run.output, HasSubstr(": note: group 0 is used, which is never declared\n"));
     EXPECT_THAT(run.output, HasSubstr(": note: product texts that are not escaped: no XML parser"));
+}
+
+TEST_F(CheckTest, KnowsTheEndOfARecordFromOneInAProductText) {
+    PlayLongSession();
+    const auto rename = [this](const std::string& file, const std::string& from,
+                               const std::string& to) {
+        std::string document = Text(file);
+        WriteText(Path(file), document.replace(document.find(from), from.size(), to));
+    };
+    rename("0.xml", "ProductBuild\" data=\"100\"",
+           "ProductBuild\" data=\"&#34; /&#62;\n&#60;a&#62;\"");
+    rename("1.xml", "ProductBuild=\"100\"", "ProductBuild=\"\" />\n<a>\"");
+    const VistraRun run = Vistra("check 0.xml 1.xml");
+    EXPECT_EQ(run.exit, 0) << run.output;
+    EXPECT_THAT(run.output, HasSubstr("1.xml:4: note: product texts that are not escaped"));
+    EXPECT_EQ(Vistra("export --format csv 1.xml").exit, 0);
+}
+
+/// A host may call its product like the library's own documents, and its records like the facts of
+/// a session; and what stood in the way at a split may go.
+TEST_F(CheckTest, KnowsAFileWithoutAHeadByItsName) {
+    Prefer("obfuscate", 0);
+    const auto shell = [this](const std::string& command) {
+        return "host shell \"cd '" + m_account.LogFolder() + "'; " + command + "\"\n";
+    };
+    m_host.Play(kInitialize + "UTSetOptIn 1\nUTStartSession s Vistra AppCrash 1 2 3\n" +
+                shell("for f in *_0.tmp; do mkdir \\\"${f%0.tmp}1.tmp\\\"; done") +
+                "repeat 1100 UTLogEvent s A B C NULL 0\n" + shell("rmdir *_1.tmp") +
+                "UTAddToSession s User nobody\nrepeat 1500 UTLogEvent s A B C NULL 0\n" + kClose);
+    const VistraRun run = Vistra("check '" + m_account.LogFolder() + "'/ulog_Vistra_*");
+    EXPECT_EQ(run.exit, 0) << run.output;
+    EXPECT_THAT(run.output, HasSubstr("_1.xml:1: note: no head: the file could not be opened"));
+    const std::string id =
+        Files("ulog_Vistra_")[1].substr(Files("ulog_Vistra_")[1].size() - 42, 36);
+    EXPECT_THAT(Vistra("export --format csv '" + Files("ulog_Vistra_")[1] + "'").output,
+                HasSubstr("\n" + id + ",,,,,,,"));
 }
 
 TEST_F(CheckTest, SaysWhichFilesCannotBeReadAndGoesOnWithTheOthers) {

@@ -1,9 +1,10 @@
 #include "Tools/vistra/DocumentCheck.h"
 
 #include "Platform/FileReading.h"
+#include "Tools/vistra/SessionFileName.h"
 #include "Tools/vistra/TextCheck.h"
 #include "Utility/src/Mac/FileSystemUtils.h"
-#include "Utility/src/RecordNames.h"
+#include "Utility/src/StringUtils.h"
 #include "Utility/src/UsageFileNames.h"
 #include "Utility/src/UsageRecord.h"
 
@@ -32,24 +33,17 @@ const std::vector<std::string>& HeadLines() {
     return lines;
 }
 
-bool IsSmallDocument(const SessionIdentity& session) {
-    return (session.family == RecordNames::kOptInRateFamily &&
-            session.name == RecordNames::kOptInRateProduct) ||
-           (session.family == RecordNames::kVistraCategory &&
-            session.name == RecordNames::kAppCrash);
-}
-
-bool IsClosing(RecordType type) {
-    return type == RecordType::EndSession || type == RecordType::SplitSession;
-}
-
 } // namespace
 
 DocumentCheck::DocumentCheck(const DocumentHead& head, SessionState& state,
                              const CheckReport& report)
-    : m_head(head), m_state(state), m_report(report), m_isSmall(IsSmallDocument(head.session)) {}
+    : m_head(head), m_kind(SmallDocumentKind(head.session)), m_state(state), m_report(report),
+      m_hadEnded(state.hasEnded) {}
 
 std::string DocumentCheck::Run(DocumentFile& file) {
+    // Before the look into it: a writer that is done meanwhile must not seem to have crashed.
+    const bool isHeld = Platform::IsHeldLocked(file.Path());
+    m_isInProgress = file.Path().ends_with(UsageFileNames::kInProgressExtension);
     CheckName(file.Path());
     PieceReader reader(file);
     for (Piece piece; reader.Next(piece);) {
@@ -57,10 +51,12 @@ std::string DocumentCheck::Run(DocumentFile& file) {
         if (m_report.progress)
             m_report.progress(piece.line);
     }
-    m_state.identity = m_head.session;
+    if (!m_head.isHeadless)
+        m_state.identity = m_head.session;
     if (!m_isClosed && file.Problem().empty()) {
-        if (Platform::IsHeldLocked(file.Path()))
+        if (isHeld)
             return "is still being written; checked up to here";
+        CheckBroken();
         CheckEnd(reader.Line());
     }
     return file.Problem();
@@ -75,12 +71,39 @@ void DocumentCheck::CheckName(const std::string& path) {
         Depart(1, std::string("the name does not fit a document that is ") +
                       (m_head.isObfuscated ? "obfuscated" : "in clear"));
     const SessionIdentity& session = m_head.session;
-    if (name.starts_with(kPrefix) && !m_isSmall && !session.user.empty() &&
-        !name.starts_with(CommonName(session.family, session.name, session.user, session.id)))
+    if (!name.starts_with(kPrefix) || session.id.empty())
+        return;
+    const SessionFileName told = ParseSessionFileName(path);
+    const bool isWhole = !IsSmall() && !session.user.empty() && !session.name.empty();
+    if (told.sessionId != session.id || told.index.has_value() == IsSmall() ||
+        (isWhole && !StringUtils::AsDocumentText(name).starts_with(
+                        CommonName(session.family, session.name, session.user, session.id))))
         Depart(1, "the name does not fit the session that the document tells of");
+    if (told.index)
+        CheckIndex(*told.index);
+}
+
+/// Files are counted in their names, where none is missing.
+void DocumentCheck::CheckIndex(std::uint32_t index) {
+    const bool isStart = !m_head.isResumed && !m_head.isHeadless;
+    const bool isNext = m_head.isHeadless || m_state.nextSeq == m_head.firstSeq;
+    const auto belongs = isStart ? 0 : isNext ? m_state.nextIndex : std::nullopt;
+    if (belongs && index != *belongs)
+        Depart(1, "the name counts the file as " + Number(index) + " where " + Number(*belongs) +
+                      " belongs");
+    m_state.nextIndex = index + 1;
+}
+
+/// Tells of the piece that was broken off, when it turns out that this is not for its being
+/// written.
+void DocumentCheck::CheckBroken() {
+    if (m_brokenLine > 0)
+        Depart(m_brokenLine, "breaks off within a record");
+    m_brokenLine = 0;
 }
 
 void DocumentCheck::Handle(const Piece& piece) {
+    CheckBroken();
     if (!piece.isEnded && piece.kind != Piece::Kind::EmptyLine &&
         piece.kind != Piece::Kind::Broken && piece.kind != Piece::Kind::TooLong)
         Depart(piece.line, "no line ends behind " + std::string(piece.text.substr(0, 24)));
@@ -94,7 +117,8 @@ void DocumentCheck::Handle(const Piece& piece) {
     case Piece::Kind::Record:
         return HandleRecord(piece);
     case Piece::Kind::Broken:
-        return Depart(piece.line, "breaks off within a record");
+        m_brokenLine = piece.line;
+        return;
     case Piece::Kind::TooLong:
         return Depart(piece.line, "a record is too long to be checked");
     case Piece::Kind::Text:
@@ -156,7 +180,7 @@ void DocumentCheck::CheckCharacters(const Piece& piece) {
 
 void DocumentCheck::CheckTime(const Piece& piece, const Record& record) {
     const std::string_view time = record.Written(kTime);
-    if (time == m_state.time)
+    if (time == m_state.time && !time.empty())
         return;
     if (!IsTime(time))
         return Depart(piece.line, "'" + std::string(time.substr(0, 30)) + "' is no time");
@@ -169,15 +193,22 @@ void DocumentCheck::CheckSeq(const Piece& piece, const Record& record) {
     const auto seq = record.Number(kSeq);
     if (!seq)
         return; // told of already
-    if (m_state.nextSeq && *seq != *m_state.nextSeq)
-        Depart(piece.line,
-               "seq " + Number(*seq) + " stands where " + Number(*m_state.nextSeq) + " belongs");
+    if (m_state.nextSeq && *seq != *m_state.nextSeq) {
+        const bool isFirst = m_records == 0;
+        // A file that could not be opened at once lacks the records of that time.
+        if (!isFirst || !m_head.isHeadless || *seq < *m_state.nextSeq)
+            Depart(piece.line, "seq " + Number(*seq) + " stands where " + Number(*m_state.nextSeq) +
+                                   " belongs");
+        if (isFirst && record.Type() != RecordType::StartSession)
+            m_state.LoseTrack();
+    }
     m_state.nextSeq = *seq + 1;
 }
 
 /// Looks at a file that its root end does not close.
 void DocumentCheck::CheckEnd(std::uint64_t line) {
-    if (m_records == 1 && m_head.isResumed && (m_state.hasEnded || !m_isFollowUp))
+    const bool mayHaveEnded = m_hadEnded || !m_isFollowUp;
+    if (m_records == 1 && m_head.isResumed && mayHaveEnded && !m_isInProgress)
         RemarkOnce(line, "the session had ended in the file before; this one has no end");
     else
         Depart(line,

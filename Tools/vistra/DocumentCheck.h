@@ -25,9 +25,15 @@ struct SessionState {
     std::optional<std::uint32_t> nextGroup; ///< nothing where earlier files were not seen
     std::string time;                       ///< of the last record
     SessionIdentity identity;
-    StartBlock startBlock;
-    bool isStartSeen = false;
+    std::optional<StartBlock> startBlock;   ///< nothing where the session's start was not seen
+    std::optional<std::uint32_t> nextIndex; ///< in the name of a file
     bool hasEnded = false;
+
+    /// What is declared can no longer be told, for records are missing.
+    void LoseTrack() {
+        nextGroup.reset();
+        startBlock.reset();
+    }
 };
 
 /// Checks one file of a session against the format of usage documents.
@@ -43,6 +49,8 @@ public:
 
 private:
     void CheckName(const std::string& path);
+    void CheckIndex(std::uint32_t index);
+    void CheckBroken();
     void Handle(const Piece& piece);
     void HandleFrame(const Piece& piece);
     void HandleRootEnd(const Piece& piece);
@@ -58,10 +66,12 @@ private:
     void CheckStandardGroups(const Piece& piece, const Record& record);
     void CheckEnd(std::uint64_t line);
 
+    bool IsSmall() const { return m_kind != SmallDocument::Kind::None; }
     void Depart(std::uint64_t line, const std::string& what) { m_report.departure(line, what); }
     void RemarkOnce(std::uint64_t line, const std::string& what);
 
     const DocumentHead& m_head;
+    const SmallDocument::Kind m_kind; ///< none for the document of a session
     SessionState& m_state;
     const CheckReport& m_report;
     RecordCheck m_recordCheck;
@@ -72,5 +82,7 @@ private:
     RecordType m_last = RecordType::Other;
     bool m_isClosed = false;   ///< by its root end
     bool m_isFollowUp = false; ///< of a file that was seen
-    bool m_isSmall = false;    ///< a document about a decision or a crash, not a session
+    bool m_hadEnded;           ///< the session, in a file before this one
+    bool m_isInProgress = false;
+    std::uint64_t m_brokenLine = 0; ///< of a piece that breaks off; 0 for none
 };

@@ -3,6 +3,7 @@
 
 #include "Tools/vistra/DocumentCheck.h"
 #include "Tools/vistra/TextCheck.h"
+#include "Utility/src/UsageRecord.h"
 
 #include <algorithm>
 
@@ -14,8 +15,15 @@ std::string Number(std::uint64_t number) {
     return std::to_string(number);
 }
 
-bool IsOpening(RecordType type) {
-    return type == RecordType::StartSession || type == RecordType::ResumeSession;
+/// Whether the record is what the library writes to go on with the session. Its texts stand there
+/// unescaped, so that it cannot be told for sure where one ends.
+bool Resumes(const Record& record, const SessionIdentity& session) {
+    RecordBuffer expected;
+    UsageRecord::AppendResumeSession(expected,
+                                     {session.id, session.family, session.name, session.version,
+                                      session.build, session.language, session.start, session.user},
+                                     record.Written(kTime), record.Number(kSeq).value_or(0));
+    return std::string(record.Text()) + "\n" == expected.View();
 }
 
 /// Whether the text would have had to be escaped elsewhere.
@@ -27,7 +35,7 @@ bool HoldsMarkup(std::string_view text) {
 
 void DocumentCheck::CheckPlace(const Piece& piece, const Record& record) {
     const bool isFirst = m_records == 0;
-    if (isFirst && m_frameLines == 0 && record.Type() != RecordType::StartSession)
+    if (isFirst && m_head.isHeadless)
         RemarkOnce(piece.line, "no head: the file could not be opened at once after a split");
     else if (isFirst && !m_isHeadWhole)
         Depart(piece.line, "the head is not whole");
@@ -38,6 +46,8 @@ void DocumentCheck::CheckPlace(const Piece& piece, const Record& record) {
         RemarkOnce(piece.line, "the session's end brought the file to its limit: a second end");
     else if (m_isClosed || m_last == RecordType::EndSession || m_last == RecordType::SplitSession)
         Depart(piece.line, std::string(record.Tag()) + " stands behind the end of the document");
+    else if (m_hadEnded && m_records == 1)
+        Depart(piece.line, std::string(record.Tag()) + " stands behind the end of the session");
     CheckIdentity(piece, record);
 }
 
@@ -55,21 +65,17 @@ void DocumentCheck::CheckIdentity(const Piece& piece, const Record& record) {
 }
 
 void DocumentCheck::CheckStart(const Piece& piece, const Record& record) {
-    m_state.isStartSeen = true;
-    m_state.nextGroup = m_isSmall ? 0 : 1;
+    m_state.startBlock.emplace(m_kind);
+    m_state.nextGroup = IsSmall() ? 0 : 1;
     if (record.Number(kSeq).value_or(0) != 0)
         Depart(piece.line, "a session begins with seq 0");
 }
 
 void DocumentCheck::CheckResumption(const Piece& piece, const Record& record) {
-    const SessionIdentity& before = m_state.identity;
-    const SessionIdentity& now = m_head.session;
     m_isFollowUp = m_state.nextSeq.has_value();
     if (!m_isFollowUp)
         RemarkOnce(piece.line, "the session's files before this one were not given");
-    else if (now.start != before.start || now.family != before.family || now.name != before.name ||
-             now.version != before.version || now.build != before.build ||
-             now.language != before.language || now.user != before.user)
+    else if (!m_state.identity.start.empty() && !Resumes(record, m_state.identity))
         Depart(piece.line, "ResumeSession differs from what the file before told of the session");
     if (!IsTime(record.Written(kSessionStartTime)) || !IsGuid(record.Written(kUser)))
         Depart(piece.line, "SessionStartTime or User is not what it should be");
@@ -92,7 +98,7 @@ void DocumentCheck::CheckGroup(const Piece& piece, const Record& record) {
             Depart(piece.line,
                    "group " + Number(*group) + " is declared where " + Number(*next) + " belongs");
         next = *group + 1;
-    } else if (*group == 0 && !m_isSmall) {
+    } else if (*group == 0 && !IsSmall()) {
         RemarkOnce(piece.line, "group 0 is used, which is never declared");
     } else if (next && *group >= *next) {
         Depart(piece.line, "group " + Number(*group) + " is used before it is declared");
@@ -100,9 +106,9 @@ void DocumentCheck::CheckGroup(const Piece& piece, const Record& record) {
 }
 
 void DocumentCheck::CheckStandardGroups(const Piece& piece, const Record& record) {
-    if (!m_state.isStartSeen || m_isSmall || record.Type() == RecordType::StartSession)
+    if (!m_state.startBlock || record.Type() == RecordType::StartSession)
         return;
-    const std::string departure = m_state.startBlock.Take(record);
+    const std::string departure = m_state.startBlock->Take(record);
     if (!departure.empty())
         Depart(piece.line, departure);
 }

@@ -2,6 +2,7 @@
 
 #include "Tools/vistra/PieceReader.h"
 #include "Tools/vistra/Record.h"
+#include "Tools/vistra/SessionFileName.h"
 #include "Utility/src/RecordNames.h"
 
 namespace {
@@ -62,6 +63,12 @@ bool Take(const Record& record, DocumentHead& head) {
     }
 }
 
+void TakeName(const std::string& path, DocumentHead& head) {
+    SessionFileName name = ParseSessionFileName(path);
+    head.session.id = std::move(name.sessionId);
+    head.session.user = std::move(name.userId);
+}
+
 bool IsFrame(const Piece& piece) {
     return piece.kind == Piece::Kind::Prolog || piece.kind == Piece::Kind::RootStart ||
            piece.kind == Piece::Kind::EmptyLine;
@@ -95,14 +102,18 @@ DocumentHead ReadDocumentHead(const std::string& path) {
         head.problem = "is not a usage document";
         return head;
     }
+    if (piece.kind == Piece::Kind::Record && !IsOpening(Record(piece.text).Type())) {
+        head.isHeadless = true;
+        TakeName(path, head);
+    }
     bool isFirst = true, goesOn = true;
     for (int i = 0; goesOn && i < kMostPieces; ++i) {
         if (!IsFrame(piece)) {
             const Record record(piece.text);
             if (isFirst)
                 head.firstSeq = record.Number(AttributeName::kSeq).value_or(0);
+            goesOn = (!isFirst || IsOpening(record.Type())) && Take(record, head);
             isFirst = false;
-            goesOn = Take(record, head);
         }
         goesOn = goesOn && reader.Next(piece);
     }

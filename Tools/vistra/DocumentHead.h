@@ -17,6 +17,9 @@ struct DocumentHead {
     SessionIdentity session;
     std::uint32_t firstSeq = 0;
     bool isResumed = false; ///< goes on with a session that began in another file
+    /// Its head could not be written, for the file could be opened only later. What is known of
+    /// the session is from the file's name.
+    bool isHeadless = false;
     bool isObfuscated = false;
 };
 

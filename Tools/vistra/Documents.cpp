@@ -45,10 +45,6 @@ const char* WhatIsWrong(Piece::Kind kind) {
     }
 }
 
-bool IsClosing(RecordType type) {
-    return type == RecordType::EndSession || type == RecordType::SplitSession;
-}
-
 /// Goes through one document.
 class Reading {
 public:

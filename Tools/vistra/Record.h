@@ -19,6 +19,14 @@ enum class RecordType {
     Other,
 };
 
+/// Whether a record of the type stands first in its file, or last.
+constexpr bool IsOpening(RecordType type) {
+    return type == RecordType::StartSession || type == RecordType::ResumeSession;
+}
+constexpr bool IsClosing(RecordType type) {
+    return type == RecordType::EndSession || type == RecordType::SplitSession;
+}
+
 /// Names of the attributes that records share.
 namespace AttributeName {
 inline constexpr std::string_view kId = "id";

@@ -34,6 +34,8 @@ void Take(const Record& record, SmallDocument& document) {
 
 SmallDocument::Kind SmallDocumentKind(const SessionIdentity& identity) {
     using namespace RecordNames;
+    if (!identity.user.empty()) // a host may call its product so, but its sessions name a user
+        return SmallDocument::Kind::None;
     if (identity.family == kOptInRateFamily && identity.name == kOptInRateProduct)
         return SmallDocument::Kind::Decision;
     if (identity.family == kVistraCategory && identity.name == kAppCrash)

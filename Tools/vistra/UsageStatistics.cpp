@@ -1,6 +1,7 @@
 #include "Tools/vistra/UsageStatistics.h"
 
 #include "Tools/vistra/Html.h"
+#include "Tools/vistra/SmallDocument.h"
 #include "Utility/src/RecordNames.h"
 
 #include <algorithm>
@@ -54,12 +55,14 @@ UsageStatistics::Kind UsageStatistics::KindOf(const DocumentHead& head) {
     const SessionIdentity& session = head.session;
     if (!session.id.empty() && !m_seen.emplace(Kept(session.id), head.firstSeq).second)
         return Kind::Copy;
-    if (session.family == RecordNames::kOptInRateFamily &&
-        session.name == RecordNames::kOptInRateProduct)
+    switch (SmallDocumentKind(session)) {
+    case SmallDocument::Kind::Decision:
         return Kind::Decision;
-    if (session.family == RecordNames::kVistraCategory && session.name == RecordNames::kAppCrash)
+    case SmallDocument::Kind::Crash:
         return Kind::CrashReport;
-    return Kind::Session;
+    default:
+        return Kind::Session;
+    }
 }
 
 void UsageStatistics::Begin(const DocumentHead& head, bool isOpen) {

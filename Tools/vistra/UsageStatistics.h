@@ -73,9 +73,6 @@ public:
 private:
     enum class Kind { Session, Decision, CrashReport, Copy };
 
-    static bool IsClosing(RecordType type) {
-        return type == RecordType::EndSession || type == RecordType::SplitSession;
-    }
     Kind KindOf(const DocumentHead& head);
     void TakeData(const Record& record);
     void TakeEvent(const Record& record);
