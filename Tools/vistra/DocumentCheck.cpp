@@ -42,8 +42,8 @@ DocumentCheck::DocumentCheck(const DocumentHead& head, SessionState& state,
 
 std::string DocumentCheck::Run(DocumentFile& file) {
     // Before the look into it: a writer that is done meanwhile must not seem to have crashed.
-    const bool isHeld = Platform::IsHeldLocked(file.Path());
     m_isInProgress = file.Path().ends_with(UsageFileNames::kInProgressExtension);
+    const bool isHeld = m_isInProgress && Platform::IsHeldLocked(file.Path());
     CheckName(file.Path());
     PieceReader reader(file);
     for (Piece piece; reader.Next(piece);) {

@@ -49,7 +49,9 @@ const char* WhatIsWrong(Piece::Kind kind) {
 class Reading {
 public:
     Reading(const std::string& path, const DocumentHandler& handler)
-        : m_file(path), m_reader(m_file), m_handler(handler) {}
+        : m_isInProgress(path.ends_with(UsageFileNames::kInProgressExtension)),
+          m_isHeld(m_isInProgress && Platform::IsHeldLocked(path)), m_file(path), m_reader(m_file),
+          m_handler(handler) {}
 
     void Read() {
         Console::ReadingProgress progress(m_file.Path());
@@ -62,9 +64,8 @@ public:
         if (!m_file.Problem().empty())
             m_trouble.Note(m_reader.Line(), m_file.Problem());
         else if (!m_isClosed && !IsLeftover())
-            m_trouble.Note(m_reader.Line(), Platform::IsHeldLocked(m_file.Path())
-                                                ? "is still being written; read up to here"
-                                                : "ends before its session does");
+            m_trouble.Note(m_reader.Line(), m_isHeld ? "is still being written; read up to here"
+                                                     : "ends before its session does");
     }
 
     bool Succeeded() const {
@@ -75,9 +76,7 @@ public:
 
 private:
     /// A session whose end filled its file leaves another one, which only resumes it.
-    bool IsLeftover() const {
-        return m_onlyResumes && !m_file.Path().ends_with(UsageFileNames::kInProgressExtension);
-    }
+    bool IsLeftover() const { return m_onlyResumes && !m_isInProgress; }
 
     void Handle(const Piece& piece) {
         switch (piece.kind) {
@@ -106,6 +105,8 @@ private:
         m_handler.record(record, piece.line);
     }
 
+    const bool m_isInProgress;
+    const bool m_isHeld; ///< as it was before the reading: its writer may be done meanwhile
     DocumentFile m_file;
     PieceReader m_reader;
     const DocumentHandler& m_handler;

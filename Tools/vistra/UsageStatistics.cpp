@@ -1,5 +1,6 @@
 #include "Tools/vistra/UsageStatistics.h"
 
+#include "Tools/vistra/GroupNames.h"
 #include "Tools/vistra/Html.h"
 #include "Tools/vistra/SmallDocument.h"
 #include "Utility/src/RecordNames.h"
@@ -95,8 +96,7 @@ void UsageStatistics::Take(const Record& record) {
         TakeEvent(record);
     if (record.Type() == RecordType::NewGroup) {
         m_hasGroup = true;
-        m_isRejection = record.Written(AttributeName::kCategory) == RecordNames::kVistraCategory &&
-                        record.Written(AttributeName::kName) == RecordNames::kValidationErrorsGroup;
+        m_isRejection = IsRejectedData(record);
     }
 }
 
