@@ -70,6 +70,14 @@ TEST_F(ListTest, FollowsASessionThroughItsStates) {
     EXPECT_EQ(Listed()["sessions"][0]["state"], "collected");
 }
 
+TEST_F(ListTest, KnowsAnOpenSessionBetweenTwoOfItsFiles) {
+    m_host.Play(kWatched + "host shell \"cd '" + m_account.LogFolder() +
+                "'; for f in *_0.tmp; do mv $f ${f%tmp}xml; done; '" VISTRA "' list --json >'" +
+                Path("moved.json") + "'\"\n" + kClose);
+    EXPECT_EQ(Json::parse(Text("moved.json"))["sessions"][0]["state"], "open");
+    EXPECT_EQ(Listed()["sessions"][0]["state"], "waiting");
+}
+
 TEST_F(ListTest, TellsWhatACrashLeftAndWhatStandsForItself) {
     m_host.Play(kWatched); // ends without closing its session
     MiniSession("Suite", "Editor", kId, "user", true, m_account.LogFolder()).CreateCrashFile();

@@ -14,6 +14,8 @@
 
 namespace {
 
+constexpr int kMostLooks = 5;
+
 struct ListOptions {
     std::optional<std::string> folder;
     bool json = false;
@@ -46,6 +48,7 @@ ExitCode ReadFolderIfThere(const std::string& folder, FolderKind kind,
 }
 
 /// Documents before those that were collected: one that an agent moves meanwhile is not missed.
+/// Markers before both: that of a session which ends meanwhile is not missed either.
 ExitCode ReadAccount(std::vector<SessionFile>& files, std::vector<SessionMarker>& markers) {
     const auto below = [](const char* relative) {
         return UserFolderUtils::PathBelow(kDomainLibraryFolderType, relative);
@@ -53,10 +56,10 @@ ExitCode ReadAccount(std::vector<SessionFile>& files, std::vector<SessionMarker>
     const std::string documents = below(UsageFolders::kDocuments);
     const std::string collected = FileSystemUtils::AppendPathElement(
         FileSystemUtils::GetParentPath(documents), UsageFolders::kCollected);
+    markers = ReadSessionMarkers(below(UsageFolders::kMarkers));
     ExitCode exit = ReadFolderIfThere(documents, FolderKind::Documents, files);
     if (!documents.empty())
         exit = Worse(exit, ReadFolderIfThere(collected, FolderKind::Collected, files));
-    markers = ReadSessionMarkers(below(UsageFolders::kMarkers));
     return exit;
 }
 
@@ -69,15 +72,26 @@ ExitCode ComplainOfUnreadable(const std::vector<SessionFile>& files) {
     return exit;
 }
 
+/// One that was seen being written tells that its session is open, whatever its name is by now.
+bool HasGone(const SessionFile& file) {
+    const bool wasOpen = file.isHeld && file.head.problem.empty();
+    return !wasOpen && !Platform::SizeOfItem(file.path);
+}
+
 ExitCode List(const ListOptions& options) {
     std::vector<SessionFile> files;
     std::vector<SessionMarker> markers;
-    ExitCode exit = !options.folder ? ReadAccount(files, markers)
-                                    : ReadFolder(*options.folder, FolderKind::Any, files);
-    if (exit != ExitCode::Done && options.folder)
-        return exit;
-    // What has gone since it was found is listed where it has gone to, or at the next look.
-    std::erase_if(files, [](const auto& file) { return !Platform::SizeOfItem(file.path); });
+    ExitCode exit = ExitCode::Done;
+    // What has gone since it was found is listed where it has gone to: at another look, if need be.
+    bool hasGone = true;
+    for (int looks = 0; hasGone && looks < kMostLooks; ++looks) {
+        files.clear();
+        exit = !options.folder ? ReadAccount(files, markers)
+                               : ReadFolder(*options.folder, FolderKind::Any, files);
+        if (exit != ExitCode::Done && options.folder)
+            return exit;
+        hasGone = std::erase_if(files, HasGone) > 0;
+    }
     exit = Worse(exit, ComplainOfUnreadable(files));
     const Listing listing = MakeListing(GroupSessions(std::move(files)), std::move(markers));
     if (options.json)

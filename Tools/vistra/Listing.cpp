@@ -23,6 +23,12 @@ Listing MakeListing(std::vector<FolderSession> sessions, std::vector<SessionMark
     Listing listing;
     listing.markers = std::move(markers);
     for (FolderSession& session : sessions) {
+        // Between two of its files a session has none that is being written.
+        const bool isUnended =
+            session.state == SessionState::Crashed || session.state == SessionState::EndMissing;
+        const SessionMarker* const marker = listing.MarkerOf(session.identity.id);
+        if (isUnended && marker && marker->isLive)
+            session.state = SessionState::Open;
         const auto kind = SmallDocumentKind(session.identity);
         if (kind == SmallDocument::Kind::None)
             listing.sessions.push_back(std::move(session));

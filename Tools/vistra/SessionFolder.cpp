@@ -106,9 +106,13 @@ FolderSession MakeSession(std::vector<SessionFile>&& files, const std::string& k
 } // namespace
 
 bool ReadSessionFiles(const std::string& folder, FolderKind kind, std::vector<SessionFile>& files) {
-    const auto entries = Platform::ListFolder(folder);
+    auto entries = Platform::ListFolder(folder);
     if (!entries)
         return false;
+    // First those that may soon be gone, for another name.
+    std::ranges::stable_partition(*entries, [](const Platform::FolderEntry& entry) {
+        return entry.name.ends_with(UsageFileNames::kInProgressExtension);
+    });
     for (const Platform::FolderEntry& entry : *entries)
         if (IsNamedAsDocument(entry))
             files.push_back(ReadFile(FileSystemUtils::AppendPathElement(folder, entry.name), kind));
