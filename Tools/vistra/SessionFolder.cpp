@@ -110,7 +110,7 @@ bool ReadSessionFiles(const std::string& folder, FolderKind kind, std::vector<Se
     if (!entries)
         return false;
     // First those that may soon be gone, for another name.
-    std::ranges::stable_partition(*entries, [](const Platform::FolderEntry& entry) {
+    std::stable_partition(entries->begin(), entries->end(), [](const Platform::FolderEntry& entry) {
         return entry.name.ends_with(UsageFileNames::kInProgressExtension);
     });
     for (const Platform::FolderEntry& entry : *entries)
