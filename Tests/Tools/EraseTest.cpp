@@ -161,8 +161,8 @@ TEST_F(EraseTest, TakesNoMoreThanItHasSaidAndAgreementWasGivenFor) {
     const std::string said = DocumentOf("Editor"), late = m_account.LogFolder() + "/ulog_late.xml";
     const auto answer = [this](const std::string& what) {
         const std::string command = "cd '" + m_account.Root() +
-                                    "'; rm -f out; { until grep -qs "
-                                    "'y/N' out; do sleep 0.02; done; " +
+                                    "'; rm -f out; { i=0; until grep -qs 'y/N' out || "
+                                    "[ $((i+=1)) -gt 1000 ]; do sleep 0.02; done; " +
                                     what +
                                     "; } | script -qfec"
                                     " \"'" VISTRA "' erase\" /dev/null >out";
