@@ -2,6 +2,7 @@
 
 #include "Platform/FileReading.h"
 #include "Tools/vistra/DocumentKey.h"
+#include "Tools/vistra/SessionMarker.h"
 #include "Utility/src/Mac/Preference.h"
 #include "Utility/src/PreferenceKeys.h"
 
@@ -14,15 +15,6 @@ namespace {
 constexpr char kInUse[] = "is being written: close the program first";
 
 using Kind = UsageFile::Kind;
-
-/// The session that a marker is for, of those that have documents; empty when it has none.
-template <class Sessions>
-std::string SessionOfMarker(const std::string& marker, const Sessions& sessions) {
-    for (const auto& session : sessions)
-        if (!session.first.empty() && marker.find("_" + session.first + "_") != std::string::npos)
-            return session.first;
-    return std::string();
-}
 
 /// The files of one session, and what is known about it.
 struct Session {
@@ -55,6 +47,12 @@ public:
     }
 
 private:
+    /// The session that a marker is for, of those that have documents; empty when it has none.
+    std::string SessionOfMarker(const std::string& name) const {
+        const std::string id = ParseSessionMarker(name).sessionId;
+        return m_sessions.contains(id) ? id : std::string();
+    }
+
     void TakeRecords() {
         const auto records = StoredRecords::ReadAll();
         if (!records) {
@@ -105,9 +103,8 @@ private:
         for (auto& session : m_sessions)
             ReadKey(session.second);
         for (const UsageFile& marker : files) {
-            const std::string id = marker.kind == Kind::Marker
-                                       ? SessionOfMarker(marker.name, m_sessions)
-                                       : std::string();
+            const std::string id =
+                marker.kind == Kind::Marker ? SessionOfMarker(marker.name) : std::string();
             if (!id.empty() && !m_sessions[id].key)
                 m_sessions[id].key = KeyOfMarker(marker.name);
         }
@@ -132,7 +129,7 @@ private:
 
     /// Where the session's documents tell the product, exactly what stands before that.
     std::string KeyOfMarker(const std::string& name) const {
-        const std::string id = SessionOfMarker(name, m_sessions);
+        const std::string id = SessionOfMarker(name);
         if (!id.empty() && !m_sessions.at(id).product.empty()) {
             const std::size_t end = name.find("_" + m_sessions.at(id).product + "_" + id + "_");
             if (end != std::string::npos)
@@ -166,7 +163,7 @@ private:
     void TakeMarker(const UsageFile& marker) {
         if (m_plan.key && KeyOfMarker(marker.name) != m_plan.key)
             return;
-        const std::string id = SessionOfMarker(marker.name, m_sessions);
+        const std::string id = SessionOfMarker(marker.name);
         if (!id.empty() && m_sessions[id].isOpen)
             m_plan.kept.push_back({marker.path, "its session is open: close the program first"});
         else

@@ -15,13 +15,10 @@
 
 namespace {
 
+/// A document keeps its extension, though not always its name, when somebody copies it.
 bool IsNamedAsDocument(const Platform::FolderEntry& entry) {
-    constexpr const char* kExtensions[] = {UsageFileNames::kInProgressExtension,
-                                           UsageFileNames::kPlainExtension,
-                                           UsageFileNames::kObfuscatedExtension};
     return !entry.isFolder && !entry.name.starts_with('.') &&
-           std::ranges::any_of(
-               kExtensions, [&](const char* extension) { return entry.name.ends_with(extension); });
+           UsageFileNames::HasDocumentExtension(entry.name);
 }
 
 SessionFile ReadFile(const std::string& path, FolderKind folder) {

@@ -1,5 +1,6 @@
 #include "Tools/vistra/UsageStatistics.h"
 
+#include "LogSession/LogDataValidator.h"
 #include "Tools/vistra/GroupNames.h"
 #include "Tools/vistra/Html.h"
 #include "Tools/vistra/SmallDocument.h"
@@ -108,7 +109,7 @@ void UsageStatistics::TakeData(const Record& record) {
         return;
     // A split may stand between the group and its records.
     const std::string type = KeptValue(record, AttributeName::kData);
-    if (m_isRejection || (!m_hasGroup && type.starts_with("VS_INVALID_"))) {
+    if (m_isRejection || (!m_hasGroup && (type == kInvalidString || type == kInvalidGroupId))) {
         m_rejected.Add(type);
         ++m_document.rejected;
     }

@@ -16,11 +16,15 @@ inline const char* FinishedExtension(bool obfuscated) {
     return obfuscated ? kObfuscatedExtension : kPlainExtension;
 }
 
-/// Whether a file is named as a document, finished or not.
+/// Whether a name ends as that of a document, finished or not.
+inline bool HasDocumentExtension(std::string_view name) {
+    return name.ends_with(kInProgressExtension) || name.ends_with(kPlainExtension) ||
+           name.ends_with(kObfuscatedExtension);
+}
+
+/// Whether a file is named as the library names documents.
 inline bool IsDocumentName(std::string_view name) {
-    return name.starts_with(kPrefix) &&
-           (name.ends_with(kInProgressExtension) || name.ends_with(kPlainExtension) ||
-            name.ends_with(kObfuscatedExtension));
+    return name.starts_with(kPrefix) && HasDocumentExtension(name);
 }
 
 /// Name without extension: the prefix and the four texts as they are, joined by "_".
